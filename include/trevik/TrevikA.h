@@ -1,0 +1,202 @@
+/* TrevikA.h - the current interface of the TrevikA motion cards (names TrevikA_...).
+ *
+ * THE CARDS. A machine holds up to 16 cards, numbered 0 to 15 by their drivers (the numbers need not be
+ * contiguous), each with four axes, 0 to 3. An axis puts out pulses; its command position counts them. Call
+ * TrevikA_initial once, then use the cards, then call TrevikA_close.
+ *
+ * ARGUMENTS. Positions and distances are pulses, signed 32-bit numbers even where they travel in a uint32_t. Speeds
+ * are pulses per second; the absolute value of the argument read as a signed number is used, at most 6,553,500 for
+ * a maximum speed. Ramp times are milliseconds. Values are passed out through pointers, which are written only as
+ * each function says; a null pointer gives TREVIK_ERR_PARAM after the card, axis and handle checks.
+ *
+ * RESULTS. Every function returns 0 (TREVIK_OK) or a reason. All functions with a card argument share these,
+ * checked in this order before anything else, and are not repeated below: TREVIK_OK          simulation mode is on:
+ * nothing was checked, done or written TREVIK_ERR_MODEL   the card's model is not supported TREVIK_ERR_CARD    card
+ * above 15 TREVIK_ERR_AXIS    axis above 3 (functions with an axis argument) TREVIK_ERR_HANDLE  no such card,
+ * TrevikA_initial not called, or TrevikA_close called Any other number is the Windows error with which the driver
+ * refused a register request. A function that sends several requests returns the result of the last one; a refused
+ * request does not stop the rest.
+ *
+ * THREADS. No function takes a lock. Calls that concern different cards may run at the same time; the application
+ * serialises calls that concern the same card, and does not run TrevikA_initial or TrevikA_close beside other
+ * calls.
+ */
+#ifndef TREVIK_A_H
+#define TREVIK_A_H
+
+#include <stdint.h>
+
+#if defined(_WIN32)
+#define TREVIK_CALL __stdcall
+#else
+#define TREVIK_CALL
+#endif
+
+#if defined(__GNUC__) && !defined(_WIN32)
+#define TREVIK_API __attribute__((visibility("default")))
+#else
+#define TREVIK_API /* exported through the library's .def file */
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Result codes. */
+#define TREVIK_OK 0u                       /* done; also every call in simulation mode */
+#define TREVIK_ERR_MODEL 6u                /* the card's model is not supported, or lacks this function */
+#define TREVIK_ERR_HANDLE 100u             /* the card is not open: no such card, not initialised, or closed */
+#define TREVIK_ERR_OPEN 101u               /* start-up found no card that could be opened */
+#define TREVIK_ERR_CARD 300u               /* card number above 15 */
+#define TREVIK_ERR_AXIS 301u               /* axis number above 3 */
+#define TREVIK_ERR_PARAM 302u              /* an argument outside its range, or a move of distance 0 */
+#define TREVIK_ERR_BUSY 303u               /* an axis is not idle and not in continuous mode */
+#define TREVIK_ERR_QUEUE_FULL 304u         /* continuous mode: the next-move registers are still occupied */
+#define TREVIK_ERR_NOT_MOVING 305u         /* an on-the-fly change, but no such motion is running */
+#define TREVIK_ERR_CONTINUOUS_MIX 306u     /* some axes of the move are in continuous mode and some are not */
+#define TREVIK_ERR_ARC_AS_LINE 308u        /* the arc could not be drawn; a straight line was made instead */
+#define TREVIK_ERR_FILE 309u               /* the configuration file could not be opened or is too short */
+#define TREVIK_ERR_CIRCLE_AS_DIAMETER 311u /* collinear points: the circle over the diameter was drawn */
+
+/* ---- Library ------------------------------------------------------------------------------------------------ */
+
+/* Switches simulation mode on: with mode 1 every later call of any function returns 0 at once and touches nothing.
+ * It stays on until the library is unloaded; every other value leaves it off. Result: 0. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_dll_Simu_mode(uint8_t mode);
+
+/* Finds and opens every card of the machine and sets all library state to its start-up values. A card that is
+ * already open is closed and opened again.
+ *   TREVIK_ERR_OPEN   no card, or the last card in the driver's list could not be opened
+ *   TREVIK_ERR_MODEL  cards were found, none of a supported model */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_initial(void);
+
+/* Tells a card's model (0: A, 1: AC) and the resource word that its driver reports. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_info(uint8_t card, uint8_t *model, uint16_t *resource_word);
+
+/* Releases and closes every card. Axes that move go on moving. Result: 0. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_close(void);
+
+/* ---- Speed range -------------------------------------------------------------------------------------------- */
+
+/* Fixes the speed unit of an axis to the one that suits `speed` (pulses/s): velocity moves, and moves queued in
+ * continuous mode, use it until TrevikA_velocity_range_unfix. Moves that follow one another without a stop need it.
+ *   TREVIK_ERR_PARAM  speed above 6,553,500 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_range_fix(uint8_t card, uint8_t axis, uint32_t speed);
+
+/* Lets every move choose its own speed unit again. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_range_unfix(uint8_t card, uint8_t axis);
+
+/* ---- Single-axis moves -------------------------------------------------------------------------------------- */
+
+/* Moves one axis with a trapezoidal speed profile. Starts at once on an idle axis; in continuous mode the move is
+ * queued behind the running one.
+ *   distance     pulses to move (absolute 0), or the position to move to (absolute not 0)
+ *   startSpeed   pulses/s at which the ramps begin and end
+ *   maxSpeed     pulses/s, at most 6,553,500
+ *   accelTime    ms from startSpeed to maxSpeed; 0: no ramp
+ *   decelTime    ms from maxSpeed to startSpeed; 0: no ramp
+ *   trigger      0 start at once; 1 on the simultaneous-start signal; 2 on the comparator start trigger
+ * Results:
+ *   TREVIK_ERR_PARAM       trigger above 2; maxSpeed above 6,553,500; nothing to move
+ *   TREVIK_ERR_BUSY        the axis is moving and not in continuous mode
+ *   TREVIK_ERR_QUEUE_FULL  continuous mode, and a queued move still waits */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_position_move(uint8_t card, uint8_t axis, uint32_t distance,
+                                                        uint8_t absolute, uint32_t startSpeed, uint32_t maxSpeed,
+                                                        uint32_t accelTime, uint32_t decelTime, uint8_t trigger);
+
+/* Changes where the running position move ends.
+ *   position     pulses from the move's start (absolute 0), or the new end position (absolute not 0)
+ *   TREVIK_ERR_NOT_MOVING  the axis is idle or in continuous mode */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_position_change(uint8_t card, uint8_t axis, uint32_t position,
+                                                        uint8_t absolute);
+
+/* ---- Stops and speed ---------------------------------------------------------------------------------------- */
+
+/* Stops axes of a card. axes: 4 bytes; byte n exactly 1 selects axis n. decelTime: ms from the present maximum
+ * speed to standstill; 0 stops at once. Result: that of the stop command, or of the position bookkeeping after an
+ * immediate stop. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_stop(uint8_t card, const uint8_t *axes, uint32_t decelTime);
+
+/* Stops all four axes of a card at once. Exported from the Windows DLL under its decorated name
+ * ?TrevikA_stop_emg@@YGKE@Z. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_stop_emg(uint8_t card);
+
+/* Reads the speed that an axis has now, in pulses/s. In an interpolated move this is the speed of its longest axis.
+ */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_read(uint8_t card, uint8_t axis, double *speed);
+
+/* ---- Lines -------------------------------------------------------------------------------------------------- */
+/* Straight moves of 2, 3 or 4 axes that start and arrive together.
+ *   axis_set     LINE2: 0: axes 0 1, 1: 0 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3
+ *                LINE3: 0: axes 0 1 2, 1: 0 1 3, 2: 0 2 3, 3: 1 2 3
+ *   pos_...      pulses, one for each axis of the set in its order
+ *   abs_flags    4 bytes, one for each axis NUMBER of the card: 0 relative distance, otherwise absolute position
+ *   start_speed, max_speed   pulses/s along the path; max_speed at most 6,553,500
+ *   accel_ms, decel_ms       ramp times as in TrevikA_T_position_move
+ *   trigger      0 to 2 as in TrevikA_T_position_move; LINE4: 0 or 1
+ * A distance of 0 is allowed. Results:
+ *   TREVIK_ERR_PARAM           trigger or axis_set above its range; max_speed above 6,553,500
+ *   TREVIK_ERR_CONTINUOUS_MIX  some axes of the set are in continuous mode and some are not
+ *   TREVIK_ERR_BUSY            an axis of the set is moving (not in continuous mode)
+ *   TREVIK_ERR_QUEUE_FULL      continuous mode, and an axis of the set still has a queued move waiting */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_LINE2_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                                     const uint8_t *abs_flags, uint32_t start_speed,
+                                                     uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
+                                                     uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_LINE3_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                                     int32_t pos_c, const uint8_t *abs_flags, uint32_t start_speed,
+                                                     uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
+                                                     uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_LINE4_move(uint8_t card, int32_t pos_0, int32_t pos_1, int32_t pos_2,
+                                                     int32_t pos_3, const uint8_t *abs_flags, uint32_t start_speed,
+                                                     uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
+                                                     uint8_t trigger);
+
+/* The same with S-curve ramps. For LINE2 and LINE3 accel_ms and decel_ms are the LINEAR part of each ramp and
+ * s_accel_ms and s_decel_ms each of its two curved parts: the whole ramp lasts linear + 2 x curved.
+ * For LINE4 accel_ms and decel_ms are the WHOLE ramp and s_accel_ms and s_decel_ms each of its two curved parts;
+ * TREVIK_ERR_PARAM, before anything else, when a ramp is shorter than twice its curved part.
+ * A curved part of 0 makes the whole ramp curved. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE2_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                                     const uint8_t *abs_flags, uint32_t start_speed,
+                                                     uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
+                                                     uint32_t s_accel_ms, uint32_t s_decel_ms, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE3_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                                     int32_t pos_c, const uint8_t *abs_flags, uint32_t start_speed,
+                                                     uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
+                                                     uint32_t s_accel_ms, uint32_t s_decel_ms, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0, int32_t pos_1, int32_t pos_2,
+                                                     int32_t pos_3, const uint8_t *abs_flags, uint32_t start_speed,
+                                                     uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
+                                                     uint32_t s_accel_ms, uint32_t s_decel_ms, uint8_t trigger);
+
+/* ---- Continuous motion -------------------------------------------------------------------------------------- */
+
+/* flag not 0: later position and line moves of the axis are queued behind the running one and follow it without a
+ * stop. flag 0: moves need an idle axis. For an even speed across queued moves fix the speed range too. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_continuous_flag_set(uint8_t card, uint8_t axis, uint8_t flag);
+
+/* full = 1 while a queued move waits: another one would be refused with TREVIK_ERR_QUEUE_FULL. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_continuous_buffer_read(uint8_t card, uint8_t axis, uint8_t *full);
+
+/* count = operations in the axis's buffer, 0 to 3; 0 when the driver refuses the read. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_continuous_buffer_no_read(uint8_t card, uint8_t axis, uint8_t *count);
+
+/* ---- Status and positions ----------------------------------------------------------------------------------- */
+
+/* kind 0: flag = 1 when the axis is idle, 0 while it moves or waits for a start trigger. kind 1: flag = 1 while a
+ * queued move waits. Other kinds: result 0, flag not written. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_motion_status_read(uint8_t card, uint8_t axis, uint8_t kind, uint8_t *flag);
+
+/* Reads the command position. Not written when the driver refuses the read. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_current_position_read(uint8_t card, uint8_t axis, uint32_t *position);
+
+/* Sets the command position of an idle axis; later absolute moves count from it.
+ *   TREVIK_ERR_BUSY  the axis is not idle */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_current_position_set(uint8_t card, uint8_t axis, uint32_t position);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,75 @@
+/* TrevikVirtual.h - the machine around a virtual card, and the card seen from behind.
+ *
+ * Host builds only. Virtual cards stand in the machine as the environment variable TREVIK_CARDS says when they are
+ * first needed: a comma-separated list of NUMBER:MODEL with model A or AC, for example "0:A,5:AC". Unset: one A
+ * card, number 0. Empty: none. With TREVIK_REQUEST_LOG=FILE every driver request is written to FILE, one line each.
+ *
+ * What a program of the machine cannot do through TrevikA.h is done here: turn an input on, move an axis by hand,
+ * read the true position behind the command counter, make the driver refuse a request.
+ *
+ * Results: 0; TREVIK_ERR_HANDLE (100) no virtual card of that number; TREVIK_ERR_AXIS (301) axis above 3;
+ * TREVIK_ERR_PARAM (302) another argument outside its range, or a null pointer.
+ * Threads: every function may be called from any thread at any time, except TrevikVirtual_cards_set, which must not
+ * run beside other calls.
+ */
+#ifndef TREVIK_VIRTUAL_H
+#define TREVIK_VIRTUAL_H
+
+#include "TrevikA.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Inputs of an axis. 1 is active, whatever logic the card is configured for. */
+enum TrevikVirtualInput {
+    TREVIK_VIRTUAL_PLUS_LIMIT = 0,
+    TREVIK_VIRTUAL_MINUS_LIMIT = 1,
+    TREVIK_VIRTUAL_HOME = 2,
+    TREVIK_VIRTUAL_INDEX = 3,
+    TREVIK_VIRTUAL_SLOW_DOWN = 4,
+    TREVIK_VIRTUAL_ALARM = 5,
+    TREVIK_VIRTUAL_IN_POSITION = 6,
+    TREVIK_VIRTUAL_LATCH = 7,
+    TREVIK_VIRTUAL_POSITION_CHANGE = 8,
+    TREVIK_VIRTUAL_INPUT_COUNT = 9
+};
+
+/* Replaces all virtual cards by new ones in their power-up state. `cards` is written as TREVIK_CARDS is. A program
+ * that has the old ones open calls TrevikA_initial again; until then its requests are refused with 1167 (device not
+ * connected).
+ *   TREVIK_ERR_PARAM  the text cannot be read, a number is above 15 or stands twice; nothing has changed */
+TREVIK_API uint32_t TrevikVirtual_cards_set(const char *cards);
+
+/* Reads or sets one of the four counters of an axis as the chip holds it. counter: 1 command position, 2 feedback,
+ * 3 deviation, 4 handwheel. */
+TREVIK_API uint32_t TrevikVirtual_counter_read(uint8_t card, uint8_t axis, uint8_t counter, int32_t *value);
+TREVIK_API uint32_t TrevikVirtual_counter_set(uint8_t card, uint8_t axis, uint8_t counter, int32_t value);
+
+/* Reads or sets where the machine's axis really stands, in pulses from where it stood at power-up. A program that
+ * sets its command position does not move the machine: this position stays. Setting it moves the axis by hand;
+ * TREVIK_ERR_BUSY (303) while it is moving by itself. */
+TREVIK_API uint32_t TrevikVirtual_position_read(uint8_t card, uint8_t axis, int32_t *pulses);
+TREVIK_API uint32_t TrevikVirtual_position_set(uint8_t card, uint8_t axis, int32_t pulses);
+
+/* Reads the signed speed of an axis now, in pulses/s; for an axis of a line, its own share of it. */
+TREVIK_API uint32_t TrevikVirtual_speed_read(uint8_t card, uint8_t axis, double *pulses_per_s);
+
+/* Reads or sets an input of an axis (enum TrevikVirtualInput), 0 or 1. */
+TREVIK_API uint32_t TrevikVirtual_input_read(uint8_t card, uint8_t axis, uint8_t input, uint8_t *active);
+TREVIK_API uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint8_t active);
+
+/* Tells how long it takes from now until something happens on the card by itself: an operation ends or a queued one
+ * starts. Infinite when nothing will. With the manual clock, TrevikHost_advance of this value gets there, at most
+ * two nanoseconds late. */
+TREVIK_API uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds);
+
+/* Makes the card's driver refuse requests: after `skip` more requests, `count` requests are refused with `error`, a
+ * Windows error number (for example 31, a device that does not work). count 0 ends it. */
+TREVIK_API uint32_t TrevikVirtual_refuse(uint8_t card, uint32_t skip, uint32_t count, uint32_t error);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

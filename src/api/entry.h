@@ -1,0 +1,78 @@
+// The frame of every exported function: simulation mode, model check, card, axis and handle checks, operation. An
+// entry is one line: it names the operation that does the work and hands its arguments on.
+//
+//     CardEntry(card, operation, arguments...)         calls operation(Card, arguments...)
+//     AxisEntry(card, axis, operation, arguments...)   calls operation(Axis, arguments...)
+//
+// The earlier names and the raw index access skip the model check: Earlier...Entry.
+#pragma once
+
+#include "api/card_manager.h"
+#include "driver/simulation.h"
+#include "motion/profile.h"
+
+#include <cstdint>
+
+namespace trevik
+{
+
+template <class Operation, class... Arguments>
+std::uint32_t EarlierCardEntry(std::uint8_t card, Operation operation, Arguments... arguments)
+{
+    if (SimulationOn())
+        return TREVIK_OK;
+    Card checked;
+    if (const Result check = manager.checked(card, checked); check != Result::Ok)
+        return ToCode(check);
+    return ToCode(operation(checked, arguments...));
+}
+
+template <class Operation, class... Arguments>
+std::uint32_t EarlierAxisEntry(std::uint8_t card, std::uint8_t axis, Operation operation, Arguments... arguments)
+{
+    if (SimulationOn())
+        return TREVIK_OK;
+    Axis checked;
+    if (const Result check = manager.checked(card, axis, checked); check != Result::Ok)
+        return ToCode(check);
+    return ToCode(operation(checked, arguments...));
+}
+
+template <class Operation, class... Arguments>
+std::uint32_t CardEntry(std::uint8_t card, Operation operation, Arguments... arguments)
+{
+    if (!SimulationOn() && manager.unsupported(card))
+        return TREVIK_ERR_MODEL;
+    return EarlierCardEntry(card, operation, arguments...);
+}
+
+template <class Operation, class... Arguments>
+std::uint32_t AxisEntry(std::uint8_t card, std::uint8_t axis, Operation operation, Arguments... arguments)
+{
+    if (!SimulationOn() && manager.unsupported(card))
+        return TREVIK_ERR_MODEL;
+    return EarlierAxisEntry(card, axis, operation, arguments...);
+}
+
+// For S-curve moves that take whole ramp times and S times: the times are checked before the card is, and the
+// operation gets the speeds gained in the curved sections.
+template <class Operation, class... Arguments>
+std::uint32_t CardEntry(std::uint8_t card, const SRampTimes &times, Operation operation, Arguments... arguments)
+{
+    if (SimulationOn())
+        return TREVIK_OK;
+    if (manager.unsupported(card))
+        return TREVIK_ERR_MODEL;
+    SRangeSpeeds ranges;
+    if (!times.ranges(ranges))
+        return TREVIK_ERR_PARAM;
+    return CardEntry(card, operation, ranges, arguments...);
+}
+
+// Times arrive in milliseconds and are converted once, here at the border.
+constexpr double Seconds(std::uint32_t milliseconds)
+{
+    return milliseconds / 1000.0;
+}
+
+} // namespace trevik

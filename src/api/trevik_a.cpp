@@ -1,0 +1,212 @@
+// The current interface: one line an entry. Each names the operation that does the work, declared in its
+// subsystem's header.
+#include <trevik/TrevikA.h>
+
+#include "api/entry.h"
+#include "api/library.h"
+#include "motion/continuous.h"
+#include "motion/line.h"
+#include "motion/position_move.h"
+#include "motion/speed_range.h"
+#include "motion/stop.h"
+#include "status/motion_status.h"
+#include "status/position.h"
+
+using namespace trevik;
+
+namespace
+{
+
+MoveSpeeds Speeds(std::uint32_t start, std::uint32_t maximum)
+{
+    return {start, maximum};
+}
+
+RampTimes Times(std::uint32_t accel_ms, std::uint32_t decel_ms)
+{
+    return {Seconds(accel_ms), Seconds(decel_ms)};
+}
+
+LineRamps TRamps(std::uint32_t accel_ms, std::uint32_t decel_ms)
+{
+    LineRamps ramps;
+    ramps.times = Times(accel_ms, decel_ms);
+    return ramps;
+}
+
+LineRamps STimeRamps(std::uint32_t accel_ms, std::uint32_t decel_ms, std::uint32_t s_accel_ms,
+                     std::uint32_t s_decel_ms)
+{
+    LineRamps ramps{
+        LineRamps::Kind::STimes, Times(accel_ms, decel_ms), accel_ms, decel_ms, s_accel_ms, s_decel_ms, {}};
+    return ramps;
+}
+
+// The 4-axis S-curve line: ranges come from the entry's check of the ramp times.
+Result SRangeLine4(const Card &card, SRangeSpeeds ranges, const LineDestination &destination, MoveSpeeds speeds,
+                   RampTimes times, std::uint8_t trigger)
+{
+    LineRamps ramps;
+    ramps.kind = LineRamps::Kind::SRanges;
+    ramps.times = times;
+    ramps.ranges = ranges;
+    return LineMove(card, all_four_axes, destination, speeds, ramps, trigger);
+}
+
+} // namespace
+
+// Library
+
+uint32_t TREVIK_CALL TrevikA_dll_Simu_mode(uint8_t mode)
+{
+    return SimulationSwitch(mode);
+}
+
+uint32_t TREVIK_CALL TrevikA_initial(void)
+{
+    return LibraryInitial("TrevikA_initial");
+}
+
+uint32_t TREVIK_CALL TrevikA_info(uint8_t card, uint8_t *model, uint16_t *resource_word)
+{
+    return CardEntry(card, CardInfo, model, resource_word);
+}
+
+uint32_t TREVIK_CALL TrevikA_close(void)
+{
+    return LibraryClose();
+}
+
+// Speed range
+
+uint32_t TREVIK_CALL TrevikA_velocity_range_fix(uint8_t card, uint8_t axis, uint32_t speed)
+{
+    return AxisEntry(card, axis, VelocityRangeFix, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_velocity_range_unfix(uint8_t card, uint8_t axis)
+{
+    return AxisEntry(card, axis, VelocityRangeUnfix);
+}
+
+// Single-axis moves
+
+uint32_t TREVIK_CALL TrevikA_T_position_move(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                             uint32_t startSpeed, uint32_t maxSpeed, uint32_t accelTime,
+                                             uint32_t decelTime, uint8_t trigger)
+{
+    return AxisEntry(card, axis, TPositionMove, Destination{distance, absolute != 0}, Speeds(startSpeed, maxSpeed),
+                     Times(accelTime, decelTime), trigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_position_change(uint8_t card, uint8_t axis, uint32_t position, uint8_t absolute)
+{
+    return AxisEntry(card, axis, PositionChange, Destination{position, absolute != 0});
+}
+
+// Stops and speed
+
+uint32_t TREVIK_CALL TrevikA_stop(uint8_t card, const uint8_t *axes, uint32_t decelTime)
+{
+    return CardEntry(card, Stop, axes, Seconds(decelTime));
+}
+
+uint32_t TREVIK_CALL TrevikA_stop_emg(uint8_t card)
+{
+    return CardEntry(card, EmergencyStop);
+}
+
+uint32_t TREVIK_CALL TrevikA_velocity_read(uint8_t card, uint8_t axis, double *speed)
+{
+    return AxisEntry(card, axis, VelocityRead, speed);
+}
+
+// Lines
+
+uint32_t TREVIK_CALL TrevikA_T_LINE2_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                          const uint8_t *abs_flags, uint32_t start_speed, uint32_t max_speed,
+                                          uint32_t accel_ms, uint32_t decel_ms, uint8_t trigger)
+{
+    return CardEntry(card, LineMove, AxisPair(axis_set), LineDestination{{pos_a, pos_b}, abs_flags},
+                     Speeds(start_speed, max_speed), TRamps(accel_ms, decel_ms), trigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_T_LINE3_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                          int32_t pos_c, const uint8_t *abs_flags, uint32_t start_speed,
+                                          uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms, uint8_t trigger)
+{
+    return CardEntry(card, LineMove, AxisTriple(axis_set), LineDestination{{pos_a, pos_b, pos_c}, abs_flags},
+                     Speeds(start_speed, max_speed), TRamps(accel_ms, decel_ms), trigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_T_LINE4_move(uint8_t card, int32_t pos_0, int32_t pos_1, int32_t pos_2, int32_t pos_3,
+                                          const uint8_t *abs_flags, uint32_t start_speed, uint32_t max_speed,
+                                          uint32_t accel_ms, uint32_t decel_ms, uint8_t trigger)
+{
+    return CardEntry(card, LineMove, all_four_axes, LineDestination{{pos_0, pos_1, pos_2, pos_3}, abs_flags},
+                     Speeds(start_speed, max_speed), TRamps(accel_ms, decel_ms), trigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_S_LINE2_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                          const uint8_t *abs_flags, uint32_t start_speed, uint32_t max_speed,
+                                          uint32_t accel_ms, uint32_t decel_ms, uint32_t s_accel_ms,
+                                          uint32_t s_decel_ms, uint8_t trigger)
+{
+    return CardEntry(card, LineMove, AxisPair(axis_set), LineDestination{{pos_a, pos_b}, abs_flags},
+                     Speeds(start_speed, max_speed), STimeRamps(accel_ms, decel_ms, s_accel_ms, s_decel_ms),
+                     trigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_S_LINE3_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
+                                          int32_t pos_c, const uint8_t *abs_flags, uint32_t start_speed,
+                                          uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
+                                          uint32_t s_accel_ms, uint32_t s_decel_ms, uint8_t trigger)
+{
+    return CardEntry(card, LineMove, AxisTriple(axis_set), LineDestination{{pos_a, pos_b, pos_c}, abs_flags},
+                     Speeds(start_speed, max_speed), STimeRamps(accel_ms, decel_ms, s_accel_ms, s_decel_ms),
+                     trigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0, int32_t pos_1, int32_t pos_2, int32_t pos_3,
+                                          const uint8_t *abs_flags, uint32_t start_speed, uint32_t max_speed,
+                                          uint32_t accel_ms, uint32_t decel_ms, uint32_t s_accel_ms,
+                                          uint32_t s_decel_ms, uint8_t trigger)
+{
+    return CardEntry(card, SRampTimes{start_speed, max_speed, accel_ms, decel_ms, s_accel_ms, s_decel_ms},
+                     SRangeLine4, LineDestination{{pos_0, pos_1, pos_2, pos_3}, abs_flags},
+                     Speeds(start_speed, max_speed), Times(accel_ms, decel_ms), trigger);
+}
+
+// Continuous motion
+
+uint32_t TREVIK_CALL TrevikA_continuous_flag_set(uint8_t card, uint8_t axis, uint8_t flag)
+{
+    return AxisEntry(card, axis, ContinuousFlagSet, flag);
+}
+
+uint32_t TREVIK_CALL TrevikA_continuous_buffer_read(uint8_t card, uint8_t axis, uint8_t *full)
+{
+    return AxisEntry(card, axis, ContinuousBufferRead, full);
+}
+
+uint32_t TREVIK_CALL TrevikA_continuous_buffer_no_read(uint8_t card, uint8_t axis, uint8_t *count)
+{
+    return AxisEntry(card, axis, ContinuousBufferCountRead, count);
+}
+
+// Status and positions
+
+uint32_t TREVIK_CALL TrevikA_motion_status_read(uint8_t card, uint8_t axis, uint8_t kind, uint8_t *flag)
+{
+    return AxisEntry(card, axis, MotionStatusQuery, kind, flag);
+}
+
+uint32_t TREVIK_CALL TrevikA_current_position_read(uint8_t card, uint8_t axis, uint32_t *position)
+{
+    return AxisEntry(card, axis, CurrentPositionRead, position);
+}
+
+uint32_t TREVIK_CALL TrevikA_current_position_set(uint8_t card, uint8_t axis, uint32_t position)
+{
+    return AxisEntry(card, axis, CurrentPositionSet, position);
+}

@@ -1,0 +1,84 @@
+// What the library remembers of its cards. The tables are fixed, indexed by card and axis number, and process-wide.
+#pragma once
+
+#include "driver/relaxed.h"
+#include "platform/os.h"
+
+#include <array>
+#include <cstdint>
+
+namespace trevik
+{
+
+inline constexpr unsigned card_count = 16;
+inline constexpr unsigned axis_count = 4;
+
+enum class CardModel : std::uint8_t { A = 0, AC = 1, Unsupported = 2, None = 255 };
+
+// A card as the enumeration found it.
+struct CardRecord {
+    Relaxed<std::uint8_t> CardNumber; // the record's own index; 255: no card of that number
+    Relaxed<CardModel> Model;
+    Relaxed<std::uint32_t> ResourceValue; // kept, not interpreted
+    Relaxed<std::uint16_t> ResourceWord;  // handed out by TrevikA_info
+};
+
+// What an axis's chip cannot tell back. The values here are those of a freshly loaded library; StartUp gives those
+// that start-up writes.
+struct AxisShadow {
+    Relaxed<std::uint32_t> FixedMultiplier; // used while the speed range is fixed
+    Relaxed<std::uint32_t> RangeFixed;      // flag
+    Relaxed<std::uint32_t> ModeWord;        // last composed for MODE or PRESET_MODE
+    Relaxed<std::uint8_t> ContinuousFlag;   // not 0: moves are queued in the preset registers
+    Relaxed<std::uint32_t> LastTarget;      // signed pulses: where the last commanded move ends
+    Relaxed<std::uint8_t> BacklashEnabled;
+    Relaxed<std::uint32_t> CorrectionSpeed; // pulses/s
+    Relaxed<std::uint8_t> MoveIssued;       // 1 once a move was issued
+    Relaxed<std::uint8_t> ShortfallPending; // 1: ArcShortfall was measured and not used yet
+    Relaxed<std::uint8_t> LastMoveWasArc;
+    Relaxed<std::uint32_t> ArcShortfall; // signed pulses: LastTarget - position when last seen idle
+    Relaxed<std::uint32_t> IrqSourceShadow;
+    Relaxed<std::uint8_t> PulserEnabled;
+    Relaxed<std::uint16_t> PulserRatio; // motion pulses per handwheel count
+    Relaxed<std::uint8_t> PulserMap;    // axis whose handwheel counter drives this axis
+    Relaxed<std::int32_t> PulserBase;   // counts
+
+    static AxisShadow StartUp(std::uint8_t axis);
+};
+
+// A driver handle. Holds the complement, so that the tables are valid before any constructor has run: all zero
+// means all handles invalid.
+class HandleSlot
+{
+  public:
+    os::HANDLE get() const { return reinterpret_cast<os::HANDLE>(~static_cast<std::uintptr_t>(complement_)); }
+    void set(os::HANDLE handle) { complement_ = ~reinterpret_cast<std::uintptr_t>(handle); }
+    bool open() const { return complement_ != 0; }
+
+  private:
+    Relaxed<std::uintptr_t> complement_;
+};
+
+// One card. Cards stand on cache lines of their own, so that threads on different cards do not slow each other.
+struct alignas(64) CardState {
+    HandleSlot DriverHandle;
+    CardRecord Record;
+    Relaxed<std::uint8_t> IrqIdle;          // 1: interrupt delivery is not enabled
+    Relaxed<std::uint8_t> CompareStartAxis; // axis whose comparator gives the start trigger
+    std::array<AxisShadow, axis_count> Axes;
+};
+
+using CardTable = std::array<CardState, card_count>;
+
+inline AxisShadow AxisShadow::StartUp(std::uint8_t axis)
+{
+    AxisShadow shadow{};
+    shadow.FixedMultiplier = 299; // a speed unit of 1 pulse/s
+    shadow.ModeWord = 0x1000041;
+    shadow.CorrectionSpeed = 1000;
+    shadow.PulserRatio = std::uint16_t{1};
+    shadow.PulserMap = axis;
+    return shadow;
+}
+
+} // namespace trevik

@@ -1,0 +1,37 @@
+// Linear interpolation of 2, 3 or 4 axes of a card.
+#pragma once
+
+#include "driver/card.h"
+#include "motion/line_profile.h"
+#include "motion/move.h"
+
+#include <array>
+#include <cstdint>
+
+namespace trevik
+{
+
+// The axes of a move, first axis first.
+struct AxisSet {
+    std::array<std::uint8_t, 4> axes{};
+    std::uint8_t size = 0; // 0: no such set
+};
+
+// The sets that a selector names.
+AxisSet AxisPair(std::uint8_t selector);   // 0 to 5
+AxisSet AxisTriple(std::uint8_t selector); // 0 to 3
+inline constexpr AxisSet all_four_axes{{0, 1, 2, 3}, 4};
+
+// Where a line goes. Coordinates in the order of the set's axes; flags by axis number, not 0 for an absolute
+// coordinate, read for axes of the set only.
+struct LineDestination {
+    std::array<std::int32_t, 4> coordinates;
+    const std::uint8_t *absolute_flags;
+};
+
+// Moves the axes of a set along a line. Param: no such set, no flags, or a trigger that this number of axes does
+// not take (2 axes and 3: above 2; 4: above 1).
+Result LineMove(const Card &card, const AxisSet &set, const LineDestination &destination, MoveSpeeds speeds,
+                const LineRamps &ramps, std::uint8_t trigger);
+
+} // namespace trevik

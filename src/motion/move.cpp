@@ -1,0 +1,61 @@
+#include "motion/move.h"
+
+#include "status/motion_status.h"
+
+namespace trevik
+{
+
+Result MoveAllowed(const Axis &axis)
+{
+    if (axis.shadow().ContinuousFlag != 0)
+        return PresetFull(axis) ? Result::QueueFull : Result::Ok;
+    return Idle(axis) ? Result::Ok : Result::Busy;
+}
+
+std::uint32_t PositionMultiplier(const AxisShadow &shadow, std::uint32_t max_speed)
+{
+    if (shadow.ContinuousFlag != 0 && shadow.RangeFixed != 0)
+        return shadow.FixedMultiplier;
+    return SelectMultiplier(max_speed);
+}
+
+void ComposeModeWord(AxisShadow &shadow, OperationCode operation, Curve curve, RampDownCase rampdown)
+{
+    std::uint32_t word = shadow.ModeWord;
+    word = mode_field::operation.put(word, static_cast<std::uint32_t>(operation));
+    word = mode_field::s_curve.put(word, curve == Curve::S);
+    if (operation == OperationCode::Line)
+        word = mode_field::arc_option.put(word, 0);
+    word = mode_field::manual_rampdown.put(word, ManualRampDown(rampdown));
+    word = mode_field::short_profile.put(word, ShortProfile(rampdown));
+    shadow.ModeWord = word;
+}
+
+void ApplyStartTrigger(const Axis &axis, StartTrigger trigger)
+{
+    constexpr BitField source_axis{20, 2};
+    AxisShadow &shadow = axis.shadow();
+    shadow.ModeWord = mode_field::start_trigger.put(shadow.ModeWord, static_cast<std::uint32_t>(trigger));
+    if (trigger != StartTrigger::Comparator)
+        return;
+    std::uint32_t environment = 0;
+    axis.read(Register::START_TRIGGER_ENV, environment);
+    axis.write(Register::START_TRIGGER_ENV, source_axis.put(environment, axis.card().state().CompareStartAxis));
+}
+
+void ClearStartTrigger(AxisShadow &shadow)
+{
+    shadow.ModeWord = mode_field::start_trigger.put(shadow.ModeWord, 0);
+}
+
+void WriteSpeedRegisters(const Axis &axis, std::uint32_t distance, const ProfileRegisters &profile)
+{
+    WriteMoveRegister(axis, Register::DISTANCE, distance);
+    WriteMoveRegister(axis, Register::START_SPEED, profile.StartSpeedValue);
+    WriteMoveRegister(axis, Register::MAX_SPEED, profile.MaxSpeedValue);
+    WriteMoveRegister(axis, Register::ACCEL_RATE, profile.AccelRateValue);
+    WriteMoveRegister(axis, Register::DECEL_RATE, profile.DecelRateValue);
+    WriteMoveRegister(axis, Register::MULTIPLIER, profile.MultiplierValue);
+}
+
+} // namespace trevik

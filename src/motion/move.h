@@ -1,0 +1,53 @@
+// The pieces that every commanded move is made of: may it start, which multiplier, which registers, which trigger.
+#pragma once
+
+#include "driver/card.h"
+#include "driver/mode_word.h"
+#include "motion/profile.h"
+#include "motion/rampdown.h"
+
+#include <cstdint>
+
+namespace trevik
+{
+
+// How a move starts: speeds in pulses/s as the caller gave them.
+struct MoveSpeeds {
+    std::uint32_t start_pps;
+    std::uint32_t max_pps;
+};
+
+// Ok when the axis can take a move now: idle (else Busy), or in continuous mode with its preset registers free
+// (else QueueFull).
+Result MoveAllowed(const Axis &axis);
+
+// Multiplier of a position-type move: a fixed range counts only while moves are queued back to back.
+std::uint32_t PositionMultiplier(const AxisShadow &shadow, std::uint32_t max_speed);
+
+// Composes the operation code, the curve and the ramp-down bits of a move into the axis's mode word; all other bits
+// stay.
+void ComposeModeWord(AxisShadow &shadow, OperationCode operation, Curve curve, RampDownCase rampdown);
+
+// Sets the start trigger in the mode word; the comparator trigger also writes its source axis to the chip.
+void ApplyStartTrigger(const Axis &axis, StartTrigger trigger);
+
+// After the start command: a later operation that chooses no trigger starts at once.
+void ClearStartTrigger(AxisShadow &shadow);
+
+// The register set that the axis's moves go to: `direct` itself, or its twin for the next operation in continuous
+// mode.
+inline Register MoveRegister(const AxisShadow &shadow, Register direct)
+{
+    return shadow.ContinuousFlag != 0 ? PresetOf(direct) : direct;
+}
+
+// Writes distance, speeds, rates and multiplier, the first six registers of every move.
+void WriteSpeedRegisters(const Axis &axis, std::uint32_t distance, const ProfileRegisters &profile);
+
+// Writes one register of the set that the axis's moves go to.
+inline void WriteMoveRegister(const Axis &axis, Register direct, std::uint32_t value)
+{
+    axis.write(MoveRegister(axis.shadow(), direct), value);
+}
+
+} // namespace trevik

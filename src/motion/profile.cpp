@@ -1,0 +1,92 @@
+#include "motion/profile.h"
+
+namespace trevik
+{
+namespace
+{
+
+// Rate of a ramp over `clocks_per_period` reference clocks for each step of the rate.
+std::uint32_t RampRate(double time_s, std::uint32_t clocks_per_period)
+{
+    if (time_s == 0.0)
+        return 1;
+    if (clocks_per_period == 0)
+        return highest_register;
+    return QuotientToRate(time_s * reference_clock_hz / clocks_per_period);
+}
+
+} // namespace
+
+std::uint32_t SelectMultiplier(std::uint32_t speed)
+{
+    constexpr std::uint32_t units_per_second = highest_register * 300;
+    constexpr std::uint32_t lowest = 2;
+    constexpr std::uint32_t highest = 4095;
+    const std::uint32_t magnitude = Magnitude(speed);
+    if (magnitude <= 1)
+        return highest;
+    const std::uint32_t m = units_per_second / magnitude - 1; // wraps for speeds that no move accepts
+    if (m < lowest)
+        return lowest;
+    return m > highest ? highest : m;
+}
+
+std::uint32_t SpeedToRegister(double speed_pps, std::uint32_t multiplier, double offset)
+{
+    return Clamp(TruncateToRegister((multiplier + 1) * speed_pps / 300 + offset), highest_register);
+}
+
+std::uint32_t QuotientToRate(double quotient)
+{
+    const auto rate = static_cast<std::int32_t>(TruncateToRegister(quotient) - 1);
+    if (rate < 1)
+        return 1;
+    return rate > static_cast<std::int32_t>(highest_register) ? highest_register : static_cast<std::uint32_t>(rate);
+}
+
+std::uint32_t TimeToRateT(double time_s, std::uint32_t start, std::uint32_t maximum)
+{
+    return RampRate(time_s, (maximum - start) * 4);
+}
+
+std::uint32_t TimeToRateS(double time_s, std::uint32_t start, std::uint32_t maximum, std::uint32_t s_range)
+{
+    const std::uint32_t rise = maximum - start;
+    return RampRate(time_s, s_range == 0 ? rise * 8 : (rise + 2 * s_range) * 4);
+}
+
+bool CheckSCurveTimes(std::uint32_t start_speed, std::uint32_t max_speed, std::uint32_t ramp_ms, std::uint32_t s_ms,
+                      std::int32_t &s_range_speed)
+{
+    if (ramp_ms < 2 * s_ms)
+        return false;
+    const auto rise = static_cast<std::int32_t>(max_speed - start_speed);
+    const double doubled_rest_ms = (static_cast<double>(ramp_ms) - s_ms) * 2;
+    s_range_speed =
+        static_cast<std::int32_t>(TruncateToRegister(static_cast<double>(rise) * s_ms / doubled_rest_ms));
+    return true;
+}
+
+std::uint32_t SRangeToRegister(std::int32_t s_range_speed, std::uint32_t multiplier)
+{
+    if (s_range_speed == 0)
+        return 0;
+    return Clamp((multiplier + 1) * static_cast<std::uint32_t>(s_range_speed) / 300, highest_s_range);
+}
+
+std::uint32_t CorrectionToRegister(std::uint32_t correction_speed, std::uint32_t multiplier)
+{
+    return Clamp((multiplier + 1) * correction_speed / 300, highest_register);
+}
+
+Command SelectStartCommand(std::uint32_t start_speed, std::uint32_t max_speed, RampTimes times)
+{
+    constexpr double shortest_ramp_s = 0.001;
+    if (static_cast<std::int32_t>(Magnitude(max_speed - start_speed)) < 2)
+        return Command::CMD_START_HIGH_DEC;
+    if (times.accel_s >= shortest_ramp_s)
+        return Command::CMD_START_ACC_DEC;
+    return times.decel_s >= shortest_ramp_s ? Command::CMD_START_HIGH_DEC : Command::CMD_START_HIGH;
+}
+
+} // namespace trevik

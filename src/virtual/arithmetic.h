@@ -1,0 +1,39 @@
+// The little arithmetic that the chip needs beyond the four operations, without a library.
+#pragma once
+
+namespace trevik::virtual_card
+{
+
+inline constexpr double never = __builtin_huge_val();
+
+inline double SquareRoot(double x)
+{
+    return __builtin_sqrt(x > 0 ? x : 0);
+}
+
+constexpr double Smaller(double a, double b)
+{
+    return a < b ? a : b;
+}
+constexpr double Larger(double a, double b)
+{
+    return a > b ? a : b;
+}
+constexpr double Absolute(double x)
+{
+    return x < 0 ? -x : x;
+}
+
+// The argument in [low, high] at which a rising function reaches `value`, to the last bit that halving gives.
+template <class Function>
+double Solve(double low, double high, double value, Function function)
+{
+    constexpr int halvings = 60;
+    for (int i = 0; i < halvings; ++i) {
+        const double middle = low + (high - low) / 2;
+        (function(middle) < value ? low : high) = middle;
+    }
+    return high;
+}
+
+} // namespace trevik::virtual_card

@@ -1,0 +1,190 @@
+#include "virtual/bus.h"
+
+#include "platform/host/clock.h"
+#include "platform/host/driver_seam.h"
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+#include <thread>
+
+namespace trevik::virtual_card
+{
+namespace
+{
+
+constexpr std::uint32_t error_file_not_found = 2;
+constexpr std::uint32_t error_sharing_violation = 32;
+constexpr std::uint32_t error_device_not_connected = 1167;
+
+constexpr std::array<const char *, bus_slots> paths = {
+    R"(\\.\TrevikVirtual0)",  R"(\\.\TrevikVirtual1)",  R"(\\.\TrevikVirtual2)",  R"(\\.\TrevikVirtual3)",
+    R"(\\.\TrevikVirtual4)",  R"(\\.\TrevikVirtual5)",  R"(\\.\TrevikVirtual6)",  R"(\\.\TrevikVirtual7)",
+    R"(\\.\TrevikVirtual8)",  R"(\\.\TrevikVirtual9)",  R"(\\.\TrevikVirtual10)", R"(\\.\TrevikVirtual11)",
+    R"(\\.\TrevikVirtual12)", R"(\\.\TrevikVirtual13)", R"(\\.\TrevikVirtual14)", R"(\\.\TrevikVirtual15)"};
+
+std::string_view Trimmed(std::string_view text)
+{
+    const std::size_t first = text.find_first_not_of(" \t");
+    const std::size_t last = text.find_last_not_of(" \t");
+    return first == std::string_view::npos ? std::string_view() : text.substr(first, last - first + 1);
+}
+
+// One "NUMBER:MODEL" of a list.
+bool ParseCard(std::string_view text, CardList &cards)
+{
+    const std::size_t colon = text.find(':');
+    if (colon == std::string_view::npos)
+        return false;
+    const std::string_view digits = Trimmed(text.substr(0, colon));
+    const std::string_view model = Trimmed(text.substr(colon + 1));
+    unsigned number = bus_slots;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc() || end != digits.data() + digits.size() || number >= bus_slots || cards[number])
+        return false;
+    if (model != "A" && model != "AC")
+        return false;
+    cards[number] = model == "A" ? Model::A : Model::AC;
+    return true;
+}
+
+CardList CardsOfEnvironment()
+{
+    const char *text = std::getenv("TREVIK_CARDS");
+    const auto cards = ParseCards(text != nullptr ? text : "0:A");
+    if (cards)
+        return *cards;
+    std::fprintf(stderr, "TREVIK_CARDS: \"%s\" is not a list of cards such as 0:A,5:AC; there are none now\n",
+                 text);
+    return {};
+}
+
+std::uint32_t Control(void *context, std::uint32_t device, std::uint32_t code, const void *in,
+                      std::uint32_t in_size, void *out, std::uint32_t out_size, std::uint32_t *returned)
+{
+    Bus &bus = *static_cast<Bus *>(context);
+    *returned = 0;
+    if (!bus.alive(device))
+        return error_device_not_connected;
+    const Bus::Hold card = bus.hold(device & 0xFF);
+    if (!card)
+        return error_device_not_connected;
+    return card->control({code, in, in_size, out, out_size}, NowSeconds(), *returned);
+}
+
+} // namespace
+
+double NowSeconds()
+{
+    return static_cast<double>(host::NowNanoseconds()) * 1e-9;
+}
+
+std::optional<CardList> ParseCards(const char *text)
+{
+    CardList cards{};
+    std::string_view rest(text);
+    if (Trimmed(rest).empty())
+        return cards;
+    for (;;) {
+        const std::size_t comma = rest.find(',');
+        if (!ParseCard(rest.substr(0, comma), cards))
+            return std::nullopt;
+        if (comma == std::string_view::npos)
+            return cards;
+        rest.remove_prefix(comma + 1);
+    }
+}
+
+void Bus::place(const CardList &cards)
+{
+    generation_.fetch_add(1);
+    for (unsigned number = 0; number < bus_slots; ++number) {
+        Slot &slot = slots_[number];
+        slot.opened = false;
+        slot.present = cards[number].has_value();
+        if (cards[number])
+            hold(number)->reset(static_cast<std::uint8_t>(number), *cards[number]);
+    }
+}
+
+Bus::Hold Bus::hold(std::uint32_t number)
+{
+    if (number >= bus_slots || !slots_[number].present.load(std::memory_order_relaxed))
+        return Hold(nullptr, nullptr);
+    Slot &slot = slots_[number];
+    while (slot.guard.exchange(true, std::memory_order_acquire))
+        while (slot.guard.load(std::memory_order_relaxed))
+            std::this_thread::yield();
+    return Hold(&slot.guard, &slot.card);
+}
+
+std::uint32_t Bus::device_count() const
+{
+    std::uint32_t count = 0;
+    for (const Slot &slot : slots_)
+        count += slot.present ? 1 : 0;
+    return count;
+}
+
+const char *Bus::device_path(std::uint32_t index) const
+{
+    for (unsigned number = 0; number < bus_slots; ++number)
+        if (slots_[number].present && index-- == 0)
+            return paths[number];
+    return nullptr;
+}
+
+std::uint32_t Bus::open(const char *path, std::uint32_t &device)
+{
+    for (unsigned number = 0; number < bus_slots; ++number) {
+        if (!slots_[number].present || std::strcmp(paths[number], path) != 0)
+            continue;
+        if (slots_[number].opened.exchange(true))
+            return error_sharing_violation;
+        device = generation_.load() << 8 | number;
+        return 0;
+    }
+    return error_file_not_found;
+}
+
+void Bus::close(std::uint32_t device)
+{
+    if (alive(device))
+        slots_[device & 0xFF].opened = false;
+}
+
+Bus &TheBus()
+{
+    // Never destroyed: the library closes its cards while the process is ending.
+    static Bus &bus = *[] {
+        auto *made = new Bus;
+        made->place(CardsOfEnvironment());
+        return made;
+    }();
+    return bus;
+}
+
+} // namespace trevik::virtual_card
+
+namespace trevik::host
+{
+
+const TrevikHostDriver *BuiltInDriver()
+{
+    using trevik::virtual_card::Bus;
+    static const TrevikHostDriver driver = {
+        &virtual_card::TheBus(),
+        [](void *bus) { return static_cast<Bus *>(bus)->device_count(); },
+        [](void *bus, std::uint32_t index) { return static_cast<Bus *>(bus)->device_path(index); },
+        [](void *bus, const char *path, std::uint32_t *device) {
+            return static_cast<Bus *>(bus)->open(path, *device);
+        },
+        virtual_card::Control,
+        [](void *bus, std::uint32_t device) { static_cast<Bus *>(bus)->close(device); },
+    };
+    return &driver;
+}
+
+} // namespace trevik::host

@@ -1,0 +1,76 @@
+// The virtual cards of the process: which there are, and one thread at a time on each.
+#pragma once
+
+#include "virtual/card.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <optional>
+
+namespace trevik::virtual_card
+{
+
+inline constexpr unsigned bus_slots = 16;
+
+// The models by card number.
+using CardList = std::array<std::optional<Model>, bus_slots>;
+
+// Reads a list such as "0:A,5:AC". Nothing: the text cannot be read, a number is above 15 or stands twice.
+std::optional<CardList> ParseCards(const char *text);
+
+class Bus
+{
+  public:
+    // A card for the time that the caller holds it; the only thread that does. Empty: no such card.
+    class Hold
+    {
+      public:
+        explicit Hold(std::atomic<bool> *guard, Card *card) : guard_(guard), card_(card) {}
+        ~Hold()
+        {
+            if (guard_ != nullptr)
+                guard_->store(false, std::memory_order_release);
+        }
+        Hold(const Hold &) = delete;
+        Hold &operator=(const Hold &) = delete;
+        explicit operator bool() const { return card_ != nullptr; }
+        Card *operator->() const { return card_; }
+
+      private:
+        std::atomic<bool> *guard_;
+        Card *card_;
+    };
+
+    // Puts these cards in the slots, powered up anew. Devices opened before are gone.
+    void place(const CardList &cards);
+
+    Hold hold(std::uint32_t number);
+
+    // Devices: the n-th card present, its opening, and the card behind an open device.
+    std::uint32_t device_count() const;
+    const char *device_path(std::uint32_t index) const;
+    std::uint32_t open(const char *path, std::uint32_t &device);
+    void close(std::uint32_t device);
+    bool alive(std::uint32_t device) const { return device >> 8 == generation_.load(std::memory_order_relaxed); }
+
+  private:
+    // On cache lines of its own, so that threads on different cards do not slow each other.
+    struct alignas(128) Slot {
+        std::atomic<bool> guard{false};
+        std::atomic<bool> present{false};
+        std::atomic<bool> opened{false};
+        Card card;
+    };
+
+    std::array<Slot, bus_slots> slots_;
+    alignas(128) std::atomic<std::uint32_t> generation_{0}; // of the placement; in the high bits of device numbers
+};
+
+// The one bus; its cards are those of TREVIK_CARDS until others are placed.
+Bus &TheBus();
+
+// Time as the chips count it.
+double NowSeconds();
+
+} // namespace trevik::virtual_card

@@ -1,0 +1,72 @@
+// A virtual card as its driver shows it: requests in, replies out. One card is used by one thread at a time; the
+// guard sees to it.
+#pragma once
+
+#include "driver/requests.h"
+#include "virtual/chip.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+
+namespace trevik::virtual_card
+{
+
+enum class Model : std::uint8_t { A, AC };
+
+// Windows error numbers that a virtual card answers with.
+inline constexpr std::uint32_t error_invalid_function = 1;
+inline constexpr std::uint32_t error_invalid_parameter = 87;
+
+// A request as the driver receives it.
+struct ControlRequest {
+    std::uint32_t code;
+    const void *in;
+    std::uint32_t in_size;
+    void *out;
+    std::uint32_t out_size;
+};
+
+class Card
+{
+  public:
+    // Power-up.
+    void reset(std::uint8_t number, Model model);
+
+    // Answers a request: 0 and the size of the reply, or a Windows error number.
+    std::uint32_t control(const ControlRequest &request, double now_s, std::uint32_t &returned);
+
+    // After `skip` more requests, refuses `count` with `error`.
+    void refuse(std::uint32_t skip, std::uint32_t count, std::uint32_t error) { refusal_ = {skip, count, error}; }
+
+    Chip &chip() { return chip_; }
+
+    // Counters 1 to 4.
+    std::int32_t counter(unsigned axis, unsigned counter, double now_s);
+    void set_counter(unsigned axis, unsigned counter, std::int32_t value, double now_s);
+
+  private:
+    using In = RequestBuffer<32>;
+    using Out = RequestBuffer<84>;
+
+    struct Refusal {
+        std::uint32_t skip = 0;
+        std::uint32_t count = 0;
+        std::uint32_t error = 0;
+    };
+
+    bool refused(std::uint32_t &error);
+    std::uint32_t answer(ControlCode code, const In &in, Out &out, double now_s);
+    std::uint32_t register_request(ControlCode code, const In &in, Out &out, double now_s);
+    std::uint32_t index_request(ControlCode code, const In &in, Out &out);
+    std::uint16_t read_port(std::uint32_t offset, double now_s);
+    void write_port(std::uint32_t offset, std::uint16_t value, double now_s);
+
+    Chip chip_;
+    Refusal refusal_;
+    std::uint8_t number_ = 0;
+    std::array<std::uint16_t, 64> ports_{}; // by offset / 2, those that are plain memory
+    std::array<std::array<std::uint16_t, 256>, chip_axes> index_registers_{};
+};
+
+} // namespace trevik::virtual_card

@@ -1,0 +1,283 @@
+// Operations of the chip: how they start, follow one another, change and end.
+#include "virtual/chip.h"
+
+namespace trevik::virtual_card
+{
+namespace
+{
+
+constexpr double reference_clock_hz = 19'660'800.0;
+
+// Stands for the distance of an operation that only a stop ends.
+constexpr std::int64_t endless = std::int64_t{1} << 60;
+
+std::int64_t Size(std::int64_t distance)
+{
+    return distance < 0 ? -distance : distance;
+}
+
+bool SameOperation(std::uint32_t mode, OperationCode code)
+{
+    return mode_field::operation.get(mode) == static_cast<std::uint32_t>(code);
+}
+
+bool Positioning(std::uint32_t mode)
+{
+    return SameOperation(mode, OperationCode::Positioning) ||
+           SameOperation(mode, OperationCode::PositioningBacklash);
+}
+
+// What this chip can run; a start of anything else is ignored.
+bool Known(std::uint32_t mode)
+{
+    return Positioning(mode) || SameOperation(mode, OperationCode::Line) ||
+           SameOperation(mode, OperationCode::ContinuousPlus) ||
+           SameOperation(mode, OperationCode::ContinuousMinus);
+}
+
+// Signed distance of the operation that the direct registers describe.
+std::int64_t OperationDistance(std::uint32_t mode, std::uint32_t distance)
+{
+    if (SameOperation(mode, OperationCode::ContinuousPlus))
+        return endless;
+    if (SameOperation(mode, OperationCode::ContinuousMinus))
+        return -endless;
+    return static_cast<std::int32_t>(distance);
+}
+
+// A ramp register counts reference clocks: 4 for each unit of speed and step of the rate.
+RampShape Ramp(double unit_pps, std::uint32_t rate, std::uint32_t s_range, bool s_curve)
+{
+    return {unit_pps * reference_clock_hz / ((rate + 1.0) * 4), s_curve, s_range * unit_pps};
+}
+
+// Values of an operation in pulses and seconds, from the direct registers of its leader.
+template <class Section>
+ProfileInput ProfileOf(const Section &s, double distance)
+{
+    const double unit = 300.0 / (s.reg(Register::MULTIPLIER) + 1.0);
+    const std::uint32_t mode = s.reg(Register::MODE);
+    const bool s_curve = mode_field::s_curve.get(mode) != 0;
+    ProfileInput input;
+    input.distance = distance;
+    input.start_pps = s.reg(Register::START_SPEED) * unit;
+    input.max_pps = s.reg(Register::MAX_SPEED) * unit;
+    input.accel = Ramp(unit, s.reg(Register::ACCEL_RATE), s.reg(Register::S_ACCEL_RANGE), s_curve);
+    input.decel = Ramp(unit, s.reg(Register::DECEL_RATE), s.reg(Register::S_DECEL_RANGE), s_curve);
+    input.start = s.start;
+    input.manual_rampdown = mode_field::manual_rampdown.get(mode) != 0;
+    input.rampdown_pulses = s.reg(Register::RAMPDOWN_POINT);
+    return input;
+}
+
+double ProfileDistance(std::int64_t pulses)
+{
+    return pulses >= endless ? never : static_cast<double>(pulses);
+}
+
+} // namespace
+
+// Axes of a set whose mode register asks for a line: they move as one.
+unsigned Chip::line_axes(unsigned axis_set, Register mode)
+{
+    unsigned axes = 0;
+    each(axis_set, [&](unsigned axis, const Section &section) {
+        if (SameOperation(section.reg(mode), OperationCode::Line))
+            axes |= 1u << axis;
+    });
+    return axes;
+}
+
+// A start command takes the preset set of an axis if it was written since it was last taken, otherwise the direct
+// set.
+void Chip::start(unsigned axis_set, StartKind kind, double now_s)
+{
+    unsigned preset = 0;
+    unsigned idle = 0;
+    each(axis_set, [&](unsigned axis, const Section &section) {
+        if (section.preset_written)
+            preset |= 1u << axis;
+        else if (!section.busy())
+            idle |= 1u << axis;
+    });
+    queue(preset, kind);
+    start_queued(now_s);
+
+    const unsigned direct = axis_set & 0xFu & ~preset;
+    const unsigned line = line_axes(direct, Register::MODE);
+    if (line != 0 && (line & ~idle) == 0)
+        prepare(line, kind, now_s);
+    each(direct & idle & ~line, [&](unsigned axis, const Section &section) {
+        if (Known(section.reg(Register::MODE)))
+            prepare(1u << axis, kind, now_s);
+    });
+}
+
+void Chip::queue(unsigned axis_set, StartKind kind)
+{
+    const unsigned line = line_axes(axis_set, Register::PRESET_MODE);
+    each(axis_set, [&](unsigned axis, Section &section) {
+        const unsigned bit = 1u << axis;
+        section.preset_written = false;
+        section.queued = Known(section.reg(Register::PRESET_MODE));
+        section.queued_group = static_cast<std::uint8_t>((line & bit) != 0 ? line : bit);
+        section.queued_start = kind;
+    });
+}
+
+// True when every axis of the queued operation is free and has it queued.
+bool Chip::queue_ready(unsigned axis)
+{
+    const Section &first = sections_[axis];
+    bool ready = first.queued;
+    each(first.queued_group, [&](unsigned, const Section &section) {
+        ready =
+            ready && section.queued && section.queued_group == first.queued_group && section.state == State::Idle;
+    });
+    return ready;
+}
+
+void Chip::start_queued(double now_s)
+{
+    constexpr unsigned copied = WriteCode(Register::PRESET_S_DECEL_RANGE) - 0x80u + 1;
+    for (unsigned axis = 0; axis < chip_axes; ++axis) {
+        if (!queue_ready(axis))
+            continue;
+        const unsigned group = sections_[axis].queued_group;
+        const StartKind kind = sections_[axis].queued_start;
+        each(group, [](unsigned, Section &section) {
+            for (unsigned i = 0; i < copied; ++i)
+                section.registers[i + 0x10] = section.registers[i];
+            section.reg(Register::ARC_STEPS) = section.reg(Register::PRESET_ARC_STEPS);
+            section.queued = false;
+        });
+        prepare(group, kind, now_s);
+    }
+}
+
+// The direct registers of a group become its operation: at once, or when its trigger comes.
+void Chip::prepare(unsigned group, StartKind kind, double now_s)
+{
+    unsigned leader = chip_axes;
+    each(group, [&](unsigned axis, Section &section) {
+        section.group = static_cast<std::uint8_t>(group);
+        section.start = kind;
+        section.origin = 0;
+        section.remaining = 0;
+        section.distance = OperationDistance(section.reg(Register::MODE), section.reg(Register::DISTANCE));
+        section.state = State::Waiting;
+        if (leader == chip_axes || Size(section.distance) > Size(sections_[leader].distance))
+            leader = axis;
+    });
+    each(group, [&](unsigned, Section &section) { section.leader = static_cast<std::uint8_t>(leader); });
+    if (mode_field::start_trigger.get(sections_[leader].reg(Register::MODE)) == 0)
+        launch(sections_[leader], now_s);
+}
+
+void Chip::launch(Section &leader, double now_s)
+{
+    each(leader.group, [](unsigned, Section &section) { section.state = State::Running; });
+    leader.turns_back = false;
+    leader.start_s = now_s;
+    leader.longest = Size(leader.distance);
+    leader.profile.plan(ProfileOf(leader, ProfileDistance(leader.longest)));
+    leader.due_s = now_s + leader.profile.duration_s();
+}
+
+// The simultaneous-start signal reaches every axis that waits for it.
+void Chip::trigger_waiting(double now_s)
+{
+    constexpr auto simultaneous = static_cast<std::uint32_t>(StartTrigger::SimultaneousStart);
+    each(all_axes, [&](unsigned axis, Section &section) {
+        if (section.state == State::Waiting && section.leader == axis &&
+            mode_field::start_trigger.get(section.reg(Register::MODE)) == simultaneous)
+            launch(section, now_s);
+    });
+}
+
+// The axes of an operation stand where `pulses` of its leader have brought them.
+void Chip::settle_group(Section &leader, std::int64_t pulses)
+{
+    each(leader.group, [&](unsigned, Section &section) {
+        const std::int64_t done = section.state == State::Running ? share(section, pulses) : 0;
+        section.remaining = static_cast<std::uint32_t>(Size(section.distance - done));
+        section.base_counter1 += static_cast<std::uint32_t>(done);
+        section.base_position = static_cast<std::int32_t>(static_cast<std::uint32_t>(section.base_position) +
+                                                          static_cast<std::uint32_t>(done));
+        section.origin += done;
+        section.state = State::Idle;
+    });
+    leader.due_s = never;
+}
+
+void Chip::finish(Section &leader, double now_s)
+{
+    settle_group(leader, leader_pulses(leader, now_s));
+    if (!leader.turns_back)
+        return;
+    leader.distance = static_cast<std::int32_t>(leader.reg(Register::DISTANCE)) - leader.origin;
+    leader.start = StartKind::Accelerating;
+    launch(leader, now_s);
+}
+
+// Decelerates to standstill by the deceleration registers as they are now.
+void Chip::slow_down(Section &leader, double now_s)
+{
+    leader.profile.stop(now_s - leader.start_s, ProfileOf(leader, 0).decel);
+    leader.due_s = leader.start_s + leader.profile.duration_s();
+}
+
+// A stop of one axis of a line stops the line. What is queued behind a stopped operation is dropped.
+void Chip::stop(unsigned axis_set, double now_s)
+{
+    each(axis_set, [&](unsigned, Section &section) {
+        each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
+        Section &leader = leader_of(section);
+        if (section.state == State::Waiting)
+            settle_group(leader, 0);
+        if (section.state != State::Running)
+            return;
+        each(section.group, [](unsigned, Section &other) { other.queued = false; });
+        leader.turns_back = false;
+        slow_down(leader, now_s);
+    });
+}
+
+void Chip::stop_at_once(unsigned axis_set, double now_s)
+{
+    each(axis_set, [&](unsigned, Section &section) {
+        each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
+        if (section.state == State::Idle)
+            return;
+        each(section.group, [](unsigned, Section &other) { other.queued = false; });
+        Section &leader = leader_of(section);
+        settle_group(leader, section.state == State::Running ? leader_pulses(leader, now_s) : 0);
+    });
+}
+
+// A new distance for a running positioning operation. It is kept straight on while the axis can still slow down
+// before it; otherwise the axis slows down and comes back.
+void Chip::change_distance(Section &section, double now_s)
+{
+    if (section.state != State::Running || !Positioning(section.reg(Register::MODE)))
+        return;
+    const std::int64_t target = static_cast<std::int32_t>(section.reg(Register::DISTANCE)) - section.origin;
+    const bool same_way = (target < 0) == (section.distance < 0);
+    const ProfileInput input = ProfileOf(section, static_cast<double>(Size(target)));
+    const double time_s = now_s - section.start_s;
+    const double slowing = RampDistance(section.profile.speed_at(time_s), input.start_pps, input.decel);
+    if (same_way && section.profile.distance_at(time_s) + slowing <= input.distance) {
+        section.distance = target;
+        section.longest = Size(target);
+        section.turns_back = false;
+        section.profile.replan(time_s, input);
+        section.due_s = section.start_s + section.profile.duration_s();
+    } else {
+        section.longest = endless;
+        section.turns_back = true;
+        slow_down(section, now_s);
+    }
+    update_next_event(now_s);
+}
+
+} // namespace trevik::virtual_card

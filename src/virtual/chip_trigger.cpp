@@ -1,0 +1,84 @@
+// The comparator start trigger: an operation waits until a counter of an axis of the card meets a condition.
+#include "virtual/chip.h"
+
+namespace trevik::virtual_card
+{
+namespace
+{
+
+// Fields of LIMIT_CONFIG and START_TRIGGER_ENV.
+constexpr BitField compared_counter{16, 2};
+constexpr BitField compare_condition{18, 3};
+constexpr BitField trigger_axis{20, 2};
+
+enum class Condition : std::uint32_t {
+    Off = 0,
+    Equal = 1,
+    EqualCountingUp = 2,
+    EqualCountingDown = 3,
+    Below = 4, // the counter is below the data
+    Above = 5,
+};
+
+// The counter value at which a condition becomes true, for a counter that moves one step at a time.
+std::uint32_t FirstCount(Condition condition, std::uint32_t data)
+{
+    if (condition == Condition::Below)
+        return data - 1;
+    return condition == Condition::Above ? data + 1 : data;
+}
+
+bool TrueNow(Condition condition, std::uint32_t counter, std::uint32_t data)
+{
+    const auto ahead = static_cast<std::int32_t>(counter - data);
+    return (condition == Condition::Equal && ahead == 0) || (condition == Condition::Below && ahead < 0) ||
+           (condition == Condition::Above && ahead > 0);
+}
+
+// A condition that looks at the direction of counting is not met the other way.
+bool RightWay(Condition condition, bool up)
+{
+    return condition != (up ? Condition::EqualCountingDown : Condition::EqualCountingUp);
+}
+
+} // namespace
+
+// Time at which the running operation of `source` brings its command counter to `count`; infinite if it does not.
+double Chip::time_of_count(const Section &source, std::uint32_t count, double now_s)
+{
+    if (source.state != State::Running || source.distance == 0)
+        return never;
+    const auto steps = static_cast<std::int64_t>(static_cast<std::int32_t>(count - source.base_counter1));
+    const std::int64_t size = source.distance < 0 ? -source.distance : source.distance;
+    const std::int64_t target = source.distance < 0 ? -steps : steps;
+    const std::int64_t done = travelled(source, now_s);
+    if (target > size || target <= (done < 0 ? -done : done))
+        return never;
+    // The leader's pulse with which this axis takes the step; its share is rounded to the nearest.
+    Section &leader = leader_of(source);
+    std::int64_t pulses = target;
+    if (&source != &leader)
+        pulses = (target * leader.longest - leader.longest / 2 + size - 1) / size;
+    return Larger(now_s, leader.start_s + leader.profile.time_at(static_cast<double>(pulses)));
+}
+
+double Chip::comparator_time(const Section &waiting, double now_s)
+{
+    const std::uint32_t mode = waiting.reg(Register::MODE);
+    if (mode_field::start_trigger.get(mode) != static_cast<std::uint32_t>(StartTrigger::Comparator))
+        return never;
+    const Section &source = sections_[trigger_axis.get(waiting.reg(Register::START_TRIGGER_ENV))];
+    const std::uint32_t config = source.reg(Register::LIMIT_CONFIG);
+    const auto condition = static_cast<Condition>(compare_condition.get(config));
+    const std::uint32_t select = compared_counter.get(config);
+    const std::uint32_t data = source.reg(Register::COMPARE_START_DATA);
+    const std::uint32_t counter =
+        select == 0 ? counter1(source, now_s) : source.registers[WriteCode(Register::COUNTER1) - 0x80u + select];
+    if (TrueNow(condition, counter, data))
+        return now_s;
+    if (condition == Condition::Off || select != 0 || !RightWay(condition, source.distance > 0))
+        return never;
+    return time_of_count(source, FirstCount(condition, data), now_s);
+}
+
+} // namespace trevik::virtual_card

@@ -1,0 +1,223 @@
+#include "virtual/speed_profile.h"
+
+#include "virtual/arithmetic.h"
+
+namespace trevik::virtual_card
+{
+namespace
+{
+
+// What rounding leaves of a distance: no piece of its own.
+constexpr double negligible_pulses = 1e-7;
+
+// Speed gained in each curved section of a ramp over `rise`; a section cannot take more than half of it.
+double CurvedSection(double rise_pps, const RampShape &shape)
+{
+    if (!shape.s_curve)
+        return 0;
+    const double half = rise_pps / 2;
+    return shape.s_range_pps == 0 ? half : Smaller(shape.s_range_pps, half);
+}
+
+// Peak speed at which a ramp up from `start` and one down to `end` just cover `distance`.
+double MeetingSpeed(double start_pps, double end_pps, double distance, const ProfileInput &input)
+{
+    const double low = Larger(start_pps, end_pps);
+    if (input.accel.s_curve) {
+        return Solve(low, input.max_pps, distance, [&](double peak) {
+            return RampDistance(start_pps, peak, input.accel) + RampDistance(peak, end_pps, input.decel);
+        });
+    }
+    const double up = input.accel.acceleration;
+    const double down = input.decel.acceleration;
+    const double squared =
+        (2 * distance + start_pps * start_pps / up + end_pps * end_pps / down) / (1 / up + 1 / down);
+    return Smaller(Larger(SquareRoot(squared), low), input.max_pps);
+}
+
+} // namespace
+
+// Time within the piece, at most `most_s`, at which a distance is reached.
+double SpeedProfile::Piece::time_to(double target, double most_s) const
+{
+    const double rest = target - start_distance;
+    if (jerk != 0)
+        return Solve(0, most_s, target, [&](double t) { return distance(t); });
+    return 2 * rest / (speed + SquareRoot(speed * speed + 2 * acceleration * rest));
+}
+
+double RampDuration(double from_pps, double to_pps, const RampShape &shape)
+{
+    const double rise = Absolute(to_pps - from_pps);
+    return (rise + 2 * CurvedSection(rise, shape)) / shape.acceleration;
+}
+
+double RampDistance(double from_pps, double to_pps, const RampShape &shape)
+{
+    return (from_pps + to_pps) / 2 * RampDuration(from_pps, to_pps, shape);
+}
+
+// Drops all pieces; the next one starts here.
+void SpeedProfile::begin(double time_s, double distance, double speed)
+{
+    count_ = last_used_ = 0;
+    end_s_ = time_s;
+    end_distance_ = distance;
+    end_speed_ = speed;
+}
+
+void SpeedProfile::add(double duration_s, double acceleration, double jerk)
+{
+    if (!(duration_s > 0) || end_s_ == never || count_ == most_pieces)
+        return;
+    const Piece piece{end_s_, end_distance_, end_speed_, acceleration, jerk};
+    pieces_[count_++] = piece;
+    end_s_ += duration_s;
+    end_distance_ = duration_s == never ? never : piece.distance(duration_s);
+    end_speed_ = duration_s == never ? end_speed_ : piece.speed_after(duration_s);
+}
+
+// Curved, linear and curved section, all of them symmetric about the middle of the ramp.
+void SpeedProfile::add_ramp(double to_pps, const RampShape &shape)
+{
+    const double rise = to_pps - end_speed_;
+    const double size = Absolute(rise);
+    const double curved = CurvedSection(size, shape);
+    const double acceleration = rise < 0 ? -shape.acceleration : shape.acceleration;
+    const double curved_s = 2 * curved / shape.acceleration;
+    const double jerk = curved_s > 0 ? acceleration / curved_s : 0;
+    add(curved_s, 0, jerk);
+    add((size - 2 * curved) / shape.acceleration, acceleration, 0);
+    add(curved_s, acceleration, -jerk);
+    end_speed_ = to_pps;
+}
+
+// Constant speed up to a distance, if that is still ahead. Nothing that stands still gets anywhere.
+void SpeedProfile::run(double distance)
+{
+    if (distance > end_distance_ + negligible_pulses)
+        add(end_speed_ > 0 ? (distance - end_distance_) / end_speed_ : never, 0, 0);
+}
+
+// Ends the pieces where `distance` is reached, if they go beyond it.
+void SpeedProfile::cut(double distance)
+{
+    if (end_distance_ <= distance + negligible_pulses)
+        return;
+    while (count_ > 1 && pieces_[count_ - 1].start_distance >= distance) {
+        --count_;
+        end_s_ = pieces_[count_].start_s;
+    }
+    const Piece &last = pieces_[count_ - 1];
+    const double span_s = last.time_to(distance, end_s_ - last.start_s);
+    end_s_ = last.start_s + span_s;
+    end_distance_ = distance;
+    end_speed_ = last.speed_after(span_s);
+}
+
+// The chip finds the ramp-down point: deceleration ends with the last pulse.
+void SpeedProfile::plan_automatic(const ProfileInput &input, double end_pps)
+{
+    const double rest = input.distance - end_distance_;
+    double peak = input.max_pps;
+    const RampShape &first = end_speed_ > peak ? input.decel : input.accel;
+    const double ramps = RampDistance(end_speed_, peak, first) + RampDistance(peak, end_pps, input.decel);
+    if (ramps > rest && end_speed_ < peak)
+        peak = MeetingSpeed(end_speed_, end_pps, rest, input);
+    add_ramp(peak, first);
+    run(input.distance - RampDistance(peak, end_pps, input.decel));
+    add_ramp(end_pps, input.decel);
+}
+
+// Deceleration starts at the written point, whatever the speed is there.
+void SpeedProfile::plan_manual(const ProfileInput &input, double end_pps)
+{
+    const double rampdown_at = input.distance - input.rampdown_pulses;
+    if (rampdown_at > end_distance_) {
+        add_ramp(input.max_pps, end_speed_ > input.max_pps ? input.decel : input.accel);
+        run(rampdown_at);
+        cut(rampdown_at);
+    }
+    if (input.rampdown_pulses > 0 && end_speed_ > end_pps)
+        add_ramp(end_pps, input.decel);
+}
+
+void SpeedProfile::plan_rest(const ProfileInput &input)
+{
+    distance_ = input.distance;
+    const double end_pps = Smaller(input.start_pps, input.max_pps);
+    if (input.start != StartKind::High) {
+        if (input.manual_rampdown)
+            plan_manual(input, end_pps);
+        else
+            plan_automatic(input, end_pps);
+    }
+    run(input.distance);
+    cut(input.distance);
+    duration_s_ = end_s_;
+}
+
+void SpeedProfile::plan(const ProfileInput &input)
+{
+    const bool from_start_speed = input.start == StartKind::Accelerating;
+    begin(0, 0, from_start_speed ? input.start_pps : input.max_pps);
+    if (input.distance > 0) {
+        plan_rest(input);
+    } else {
+        distance_ = duration_s_ = 0;
+    }
+}
+
+void SpeedProfile::replan(double now_s, const ProfileInput &input)
+{
+    begin(now_s, distance_at(now_s), speed_at(now_s));
+    plan_rest(input);
+}
+
+void SpeedProfile::stop(double now_s, const RampShape &decel)
+{
+    begin(now_s, distance_at(now_s), speed_at(now_s));
+    add_ramp(0, decel);
+    cut(distance_);
+    duration_s_ = end_s_;
+    distance_ = Smaller(distance_, end_distance_);
+}
+
+const SpeedProfile::Piece &SpeedProfile::piece_at(double time_s)
+{
+    while (last_used_ > 0 && pieces_[last_used_].start_s > time_s)
+        --last_used_;
+    while (last_used_ + 1 < count_ && pieces_[last_used_ + 1].start_s <= time_s)
+        ++last_used_;
+    return pieces_[last_used_];
+}
+
+double SpeedProfile::distance_at(double time_s)
+{
+    if (time_s >= duration_s_ || count_ == 0)
+        return distance_;
+    const Piece &piece = piece_at(time_s);
+    const double distance = piece.distance(time_s - piece.start_s);
+    return Smaller(Larger(distance, 0), distance_);
+}
+
+double SpeedProfile::speed_at(double time_s)
+{
+    if (time_s >= duration_s_ || count_ == 0)
+        return 0;
+    const Piece &piece = piece_at(time_s);
+    return Larger(0, piece.speed_after(time_s - piece.start_s));
+}
+
+double SpeedProfile::time_at(double distance)
+{
+    if (distance >= distance_)
+        return distance > distance_ ? never : duration_s_;
+    unsigned i = 0;
+    while (i + 1 < count_ && pieces_[i + 1].start_distance <= distance)
+        ++i;
+    const double until_s = i + 1 < count_ ? pieces_[i + 1].start_s : duration_s_;
+    return pieces_[i].start_s + pieces_[i].time_to(distance, until_s - pieces_[i].start_s);
+}
+
+} // namespace trevik::virtual_card

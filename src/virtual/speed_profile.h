@@ -1,0 +1,101 @@
+// The motion of one operation over time, computed once from its register values and then evaluated at any time:
+// speed is piecewise quadratic, distance piecewise cubic, at most nine pieces. Basic arithmetic only.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace trevik::virtual_card
+{
+
+// How an operation starts and ends, as its start command says.
+enum class StartKind { High, HighDecelerating, Accelerating };
+
+// One ramp as its registers describe it, in pulses and seconds.
+struct RampShape {
+    double acceleration = 0; // pulses/s^2 on the linear section, above 0
+    bool s_curve = false;
+    double s_range_pps = 0; // speed gained in each curved section; 0: the whole ramp is curved
+};
+
+// An operation in pulses and seconds.
+struct ProfileInput {
+    double distance = 0; // pulses, 0 or more; infinite for an operation that only a stop ends
+    double start_pps = 0;
+    double max_pps = 0;
+    RampShape accel;
+    RampShape decel;
+    StartKind start = StartKind::High;
+    bool manual_rampdown = false;
+    double rampdown_pulses = 0; // where deceleration starts, counted from the end; manual ramp-down only
+};
+
+class SpeedProfile
+{
+  public:
+    // The whole operation, from its start at time 0.
+    void plan(const ProfileInput &input);
+
+    // The same operation with another distance or other registers from time `now_s` on: it goes on from where it is
+    // at the speed it has. Does not look whether the end can still be reached without overshooting.
+    void replan(double now_s, const ProfileInput &input);
+
+    // A decelerating stop at time `now_s`: from the speed then down to standstill, or to the end of the operation
+    // if that comes first.
+    void stop(double now_s, const RampShape &decel);
+
+    // Time at which the operation has put out its last pulse; infinite for one that only a stop ends.
+    double duration_s() const { return duration_s_; }
+
+    // Pulses put out at the end.
+    double distance() const { return distance_; }
+
+    // Distance travelled and speed at a time of the operation. Times may come in any order; rising ones are
+    // cheapest.
+    double distance_at(double time_s);
+    double speed_at(double time_s);
+
+    // Time at which a distance is reached; infinite if it never is.
+    double time_at(double distance);
+
+  private:
+    // A stretch of constant jerk.
+    struct Piece {
+        double start_s, start_distance, speed, acceleration, jerk;
+
+        double distance(double t) const
+        {
+            return start_distance + t * (speed + t * (acceleration / 2 + t * (jerk / 6)));
+        }
+        double speed_after(double t) const { return speed + t * (acceleration + t * (jerk / 2)); }
+        double time_to(double target, double most_s) const;
+    };
+
+    static constexpr unsigned most_pieces = 9;
+
+    void begin(double time_s, double distance, double speed);
+    void plan_rest(const ProfileInput &input);
+    void add(double duration_s, double acceleration, double jerk);
+    void add_ramp(double to_pps, const RampShape &shape);
+    void run(double distance);
+    void cut(double distance);
+    void plan_automatic(const ProfileInput &input, double end_pps);
+    void plan_manual(const ProfileInput &input, double end_pps);
+    const Piece &piece_at(double time_s);
+
+    std::array<Piece, most_pieces> pieces_;
+    unsigned count_ = 0;
+    unsigned last_used_ = 0;
+    // Where the pieces so far end.
+    double end_s_ = 0;
+    double end_distance_ = 0;
+    double end_speed_ = 0;
+    double duration_s_ = 0;
+    double distance_ = 0;
+};
+
+// Duration of, and distance travelled in, a ramp between two speeds.
+double RampDuration(double from_pps, double to_pps, const RampShape &shape);
+double RampDistance(double from_pps, double to_pps, const RampShape &shape);
+
+} // namespace trevik::virtual_card

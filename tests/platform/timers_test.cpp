@@ -1,0 +1,195 @@
+#include "platform/host/clock.h"
+#include "platform/os.h"
+
+#include <doctest/doctest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace trevik;
+
+namespace
+{
+
+// Callbacks as they ran: which timer, and when since the start, ns.
+struct Call {
+    char name;
+    std::int64_t time_ns;
+    bool operator==(const Call &) const = default;
+};
+
+struct Record {
+    char name = 'a';
+    std::int64_t start_ns = host::NowNanoseconds();
+    std::vector<Call> *calls = nullptr;
+    void (*also)() = nullptr;
+};
+
+void TREVIK_CALL Note(os::UINT, os::UINT, os::DWORD_PTR user, os::DWORD_PTR, os::DWORD_PTR)
+{
+    const Record &record = *reinterpret_cast<const Record *>(user); // NOLINT(performance-no-int-to-ptr)
+    record.calls->push_back({record.name, host::NowNanoseconds() - record.start_ns});
+    if (record.also != nullptr)
+        record.also();
+}
+
+os::UINT Start(os::UINT delay_ms, const Record &record, os::UINT flags)
+{
+    return os::timeSetEvent(delay_ms, 1, Note, reinterpret_cast<os::DWORD_PTR>(&record), flags);
+}
+
+struct ManualClock {
+    ManualClock() { TrevikHost_clock_manual(1); }
+    ManualClock(const ManualClock &) = delete;
+    ManualClock &operator=(const ManualClock &) = delete;
+    ~ManualClock() { TrevikHost_clock_manual(0); }
+};
+
+std::string Names(const std::vector<Call> &calls)
+{
+    std::string names;
+    for (const Call &call : calls)
+        names += call.name;
+    return names;
+}
+
+} // namespace
+
+TEST_SUITE("host clock and timers")
+{
+    TEST_CASE("the manual clock moves by exactly the sum of its moves")
+    {
+        const ManualClock manual;
+        const struct {
+            double seconds;
+            int times;
+            std::int64_t sum_ns;
+        } table[] = {
+            {0.0003, 1, 300'000},
+            {1e-7 / 3, 1'000'000, 33'333'333},
+            {0.1, 10, 1'000'000'000},
+            {0.25e-9, 4, 1},
+            {3600.0, 24, 86'400'000'000'000},
+            {-1.0, 3, 0},
+            {std::nan(""), 1, 0},
+            {0.0, 5, 0},
+        };
+        for (const auto &row : table) {
+            CAPTURE(row.seconds);
+            TrevikHost_clock_manual(0); // a fresh start, with no remainder
+            TrevikHost_clock_manual(1);
+            const std::int64_t start_ns = host::NowNanoseconds();
+            for (int i = 0; i < row.times; ++i)
+                TrevikHost_advance(row.seconds);
+            CHECK(host::NowNanoseconds() - start_ns == row.sum_ns);
+        }
+    }
+
+    TEST_CASE("switching keeps the time, and a clock that runs by itself is not moved")
+    {
+        TrevikHost_clock_manual(1);
+        TrevikHost_advance(1000.0);
+        const std::int64_t manual_ns = host::NowNanoseconds();
+        TrevikHost_clock_manual(0);
+        TrevikHost_advance(1000.0);
+        const std::int64_t real_ns = host::NowNanoseconds();
+        CHECK(real_ns >= manual_ns);
+        CHECK(real_ns < manual_ns + 500'000'000'000);
+        TrevikHost_clock_manual(1);
+        CHECK(host::NowNanoseconds() >= real_ns);
+        CHECK(host::NowNanoseconds() < manual_ns + 500'000'000'000);
+        TrevikHost_clock_manual(0);
+    }
+
+    TEST_CASE("a periodic timer runs at each of its times exactly, however the clock is moved")
+    {
+        for (const int moves : {1, 7, 1000}) {
+            CAPTURE(moves);
+            const ManualClock manual;
+            std::vector<Call> calls;
+            const Record record{.calls = &calls};
+            const os::UINT timer = Start(20, record, os::TimePeriodic);
+            for (int i = 0; i < moves; ++i)
+                TrevikHost_advance(1.0 / moves);
+            CHECK(os::timeKillEvent(timer) == os::TimerNoError);
+            std::vector<Call> expected;
+            for (std::int64_t i = 1; i <= 50; ++i)
+                expected.push_back({'a', i * 20'000'000});
+            CHECK(calls == expected);
+        }
+    }
+
+    TEST_CASE("callbacks run in the order of their due times, then of creation")
+    {
+        const ManualClock manual;
+        std::vector<Call> calls;
+        const Record a{.name = 'a', .calls = &calls};
+        const Record b{.name = 'b', .calls = &calls};
+        const Record c{.name = 'c', .calls = &calls};
+        const os::UINT timers[] = {Start(3, a, os::TimePeriodic), Start(2, b, os::TimePeriodic),
+                                   Start(6, c, os::TimeOneShot)};
+        TrevikHost_advance(0.012);
+        // b2 a3 b4 a6 b6 c6 b8 a9 b10 a12 b12
+        CHECK(Names(calls) == "babab"
+                              "cbabab");
+        CHECK(calls[5] == Call{'c', 6'000'000});
+        CHECK(os::timeKillEvent(timers[0]) == os::TimerNoError);
+        CHECK(os::timeKillEvent(timers[0]) == os::TimerNoCanDo);
+        CHECK(os::timeKillEvent(timers[1]) == os::TimerNoError);
+        CHECK(os::timeKillEvent(timers[2]) == os::TimerNoCanDo);
+        TrevikHost_advance(1.0);
+        CHECK(calls.size() == 11);
+    }
+
+    TEST_CASE("what a callback may do: kill its timer, start one, move the clock in vain")
+    {
+        static os::UINT own;
+        static std::vector<Call> calls;
+        static Record second;
+        calls.clear();
+        const ManualClock manual;
+        second = {.name = 'b', .start_ns = host::NowNanoseconds(), .calls = &calls};
+        const Record first{.calls = &calls, .also = [] {
+                               TrevikHost_advance(5.0);
+                               CHECK(os::timeKillEvent(own) == os::TimerNoError);
+                               CHECK(Start(5, second, os::TimeOneShot) != 0);
+                           }};
+        own = Start(10, first, os::TimePeriodic);
+        TrevikHost_advance(0.1);
+        CHECK(calls == std::vector<Call>{{'a', 10'000'000}, {'b', 15'000'000}});
+    }
+
+    TEST_CASE("arguments that make no timer")
+    {
+        CHECK(os::timeSetEvent(0, 1, Note, 0, os::TimePeriodic) == 0);
+        CHECK(os::timeSetEvent(20, 1, nullptr, 0, os::TimePeriodic) == 0);
+        CHECK(os::timeSetEvent(20, 1, Note, 0, 0x10) == 0);
+        CHECK(os::timeKillEvent(0) == os::TimerNoCanDo);
+    }
+
+    TEST_CASE("in real time a period does not drift, and a switched clock takes the timers along")
+    {
+        std::vector<Call> calls;
+        const Record record{.calls = &calls};
+        const os::UINT timer = Start(5, record, os::TimePeriodic);
+        os::HANDLE nothing = os::CreateEventA(nullptr, 0, 0, nullptr);
+        os::WaitForSingleObject(nothing, 303);
+        TrevikHost_clock_manual(1);
+        TrevikHost_advance(0.0); // waits for a callback that still runs, runs what is late
+        const std::int64_t stopped_ns = host::NowNanoseconds() - record.start_ns;
+        const std::size_t real_calls = calls.size();
+        TrevikHost_advance(0.1);
+        TrevikHost_clock_manual(0);
+        CHECK(os::timeKillEvent(timer) == os::TimerNoError);
+        os::CloseHandle(nothing);
+        REQUIRE(real_calls >= 60);
+        CHECK(calls[real_calls / 2].time_ns < stopped_ns);                          // the timer ran by itself
+        CHECK(static_cast<std::int64_t>(real_calls) >= stopped_ns / 5'000'000 - 1); // none left out
+        for (std::size_t i = 0; i < real_calls; ++i)
+            REQUIRE(calls[i].time_ns >= (static_cast<std::int64_t>(i) + 1) * 5'000'000); // none early
+        CHECK(calls.size() >= real_calls + 20);
+    }
+}

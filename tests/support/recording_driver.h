@@ -1,0 +1,167 @@
+// A driver for tests: it remembers every request, answers from a small register file, and refuses what it is told to.
+#pragma once
+
+#include "driver/registers.h"
+#include "driver/requests.h"
+#include "virtual/request_log.h"
+
+#include <trevik/TrevikHost.h>
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace trevik::test
+{
+
+struct Device {
+    std::string path = "device";
+    std::uint8_t card = 0;
+    std::uint16_t resource_word = 0x1234;
+    std::uint16_t model_word = model_word_A;
+    std::uint32_t open_error = 0;
+};
+
+// One request, byte for byte.
+struct RawRequest {
+    std::uint32_t device;
+    std::uint32_t code;
+    std::vector<std::uint8_t> in;
+    std::uint32_t out_size;
+};
+
+class RecordingDriver
+{
+  public:
+    // In place from here to its destruction, with one A card, number 0, unless told otherwise.
+    RecordingDriver() : RecordingDriver({Device{}}) {}
+    explicit RecordingDriver(std::vector<Device> devices) : devices_(std::move(devices))
+    {
+        for (std::uint32_t axis = 0; axis < 4; ++axis)
+            port(MainStatusPort(axis)) = MainStatus::idle_bit;
+        const TrevikHostDriver table = {this, DeviceCount, DevicePath, Open, Control, Close};
+        TrevikHost_driver_set(&table);
+    }
+    ~RecordingDriver()
+    {
+        TrevikA_close();
+        TrevikHost_driver_set(nullptr);
+    }
+    RecordingDriver(const RecordingDriver &) = delete;
+    RecordingDriver &operator=(const RecordingDriver &) = delete;
+
+    std::vector<Device> &devices() { return devices_; }
+
+    // What reads answer, the same for every card. Writes do not change it.
+    std::uint16_t &port(std::uint32_t offset) { return ports_[offset]; }
+    template <class Code>
+    std::uint32_t &reg(std::uint32_t axis, Code code)
+    {
+        return registers_[{axis, ReadCode(code)}];
+    }
+
+    // Refuses the request of this number (0 is the first from now) with `error`.
+    void refuse(std::size_t number, std::uint32_t error) { refusals_[total_ + number] = error; }
+
+    // The requests since the last time this was asked, a line each; and byte for byte.
+    std::string log()
+    {
+        std::string text;
+        for (const std::string &line : std::exchange(lines_, {}))
+            text += line + "\n";
+        raw_.clear();
+        return text;
+    }
+    const std::vector<RawRequest> &raw() const { return raw_; }
+    void forget()
+    {
+        lines_.clear();
+        raw_.clear();
+    }
+    std::size_t requests() const { return raw_.size(); }
+
+    int opened() const { return opened_; }
+    int closed() const { return closed_; }
+
+  private:
+    static RecordingDriver &self(void *context) { return *static_cast<RecordingDriver *>(context); }
+
+    static std::uint32_t DeviceCount(void *context)
+    {
+        return static_cast<std::uint32_t>(self(context).devices_.size());
+    }
+    static const char *DevicePath(void *context, std::uint32_t index)
+    {
+        const std::string &path = self(context).devices_[index].path;
+        return path.empty() ? nullptr : path.c_str();
+    }
+    static std::uint32_t Open(void *context, const char *path, std::uint32_t *device)
+    {
+        RecordingDriver &driver = self(context);
+        for (std::uint32_t i = 0; i < driver.devices_.size(); ++i)
+            if (driver.devices_[i].path == path) {
+                *device = i;
+                driver.opened_ += driver.devices_[i].open_error == 0 ? 1 : 0;
+                return driver.devices_[i].open_error;
+            }
+        return 2;
+    }
+    static void Close(void *context, std::uint32_t) { ++self(context).closed_; }
+
+    static std::uint32_t Control(void *context, std::uint32_t device, std::uint32_t code, const void *in,
+                                 std::uint32_t in_size, void *out, std::uint32_t out_size, std::uint32_t *returned)
+    {
+        RecordingDriver &driver = self(context);
+        const auto *bytes = static_cast<const std::uint8_t *>(in);
+        driver.raw_.push_back({device, code, {bytes, bytes + in_size}, out_size});
+        std::uint32_t error = 0;
+        if (const auto refusal = driver.refusals_.find(driver.total_++); refusal != driver.refusals_.end())
+            error = refusal->second;
+        else
+            driver.answer(device, code, bytes, out);
+        driver.lines_.push_back(DescribeRequest({code, in, in_size, out, out_size, error}));
+        *returned = error == 0 ? out_size : 0;
+        return error;
+    }
+
+    void answer(std::uint32_t device, std::uint32_t code, const std::uint8_t *in, void *out)
+    {
+        std::array<std::uint32_t, 8> words{};
+        std::memcpy(words.data(), in, sizeof words);
+        switch (static_cast<ControlCode>(code)) {
+        case ControlCode::IOCTL_REG_READ:
+            return put(out, 0, registers_[{words[0], words[1]}]);
+        case ControlCode::IOCTL_PORT_READ:
+            return put(out, 20, ports_[words[2]]);
+        case ControlCode::IOCTL_INDEX_READ:
+            return put(out, 20, devices_[device].model_word);
+        case ControlCode::IOCTL_GET_RESOURCE:
+            put(out, 0, devices_[device].resource_word);
+            return put(out, 3, devices_[device].card);
+        default:
+            return;
+        }
+    }
+
+    template <class T>
+    static void put(void *out, std::size_t offset, T value)
+    {
+        std::memcpy(static_cast<std::uint8_t *>(out) + offset, &value, sizeof value);
+    }
+
+    std::vector<Device> devices_;
+    std::map<std::uint32_t, std::uint16_t> ports_;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint32_t> registers_;
+    std::map<std::size_t, std::uint32_t> refusals_;
+    std::size_t total_ = 0;
+    std::vector<std::string> lines_;
+    std::vector<RawRequest> raw_;
+    int opened_ = 0;
+    int closed_ = 0;
+};
+
+} // namespace trevik::test
