@@ -70,8 +70,8 @@ void call_bare_requests(benchmark::State &state)
         in.put(0, std::uint32_t{0}).put(4, std::uint32_t{0x90}).put(8, value++);
         RequestBuffer<32> out;
         std::uint32_t returned = 0;
-        benchmark::DoNotOptimize(control(nullptr, 0, static_cast<std::uint32_t>(code), in.data(), 32, out.data(),
-                                         out_size, &returned));
+        benchmark::DoNotOptimize(
+            control(nullptr, 0, static_cast<std::uint32_t>(code), in.data(), 32, out.data(), out_size, &returned));
         benchmark::DoNotOptimize(out);
     };
     for (auto _ : state) {

@@ -43,17 +43,24 @@ void PlanLines(benchmark::State &state, std::size_t axes)
         const std::uint32_t v = ++i % variations;
         const std::array<std::uint32_t, 4> distances{3000 + v, 4000 - v, 500 + v, 100 + v};
         const std::uint32_t max_speed = 10000 + 10 * v;
-        LinePlan plan = PlanLine(std::span(distances.data(), axes), 500, max_speed, ramps, SelectMultiplier(max_speed));
+        LinePlan plan =
+            PlanLine(std::span(distances.data(), axes), 500, max_speed, ramps, SelectMultiplier(max_speed));
         Command command = SelectStartCommand(500, max_speed, ramps.times);
         benchmark::DoNotOptimize(plan);
         benchmark::DoNotOptimize(command);
     }
 }
 
-void plan_LINE3(benchmark::State &state) { PlanLines(state, 3); }
+void plan_LINE3(benchmark::State &state)
+{
+    PlanLines(state, 3);
+}
 BENCHMARK(plan_LINE3);
 
-void plan_LINE4(benchmark::State &state) { PlanLines(state, 4); }
+void plan_LINE4(benchmark::State &state)
+{
+    PlanLines(state, 4);
+}
 BENCHMARK(plan_LINE4);
 
 } // namespace

@@ -242,6 +242,8 @@ double Chip::speed(unsigned axis, double now_s)
         return 0;
     Section &leader = leader_of(section);
     const double pps = leader.profile.speed_at(now_s - leader.start_s);
+    if (&section == &leader)
+        return section.distance < 0 ? -pps : pps;
     return leader.longest == 0 ? 0
                                : pps * static_cast<double>(section.distance) / static_cast<double>(leader.longest);
 }

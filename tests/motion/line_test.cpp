@@ -34,8 +34,8 @@ struct Fixture {
 
 TEST_CASE_FIXTURE(Fixture, "a 2-axis line runs its longest axis at its share of the path speed")
 {
-    // Distances 3000, -4000: k = 0.8. m = 1965 from the unscaled 10000; FH = trunc(1966 * 8000 / 300 + 0.95), FL from
-    // 400; rate = trunc(1966080 / (49805 * 4)) - 1.
+    // Distances 3000, -4000: k = 0.8. m = 1965 from the unscaled 10000; FH = trunc(1966 * 8000 / 300 + 0.95), FL
+    // from 400; rate = trunc(1966080 / (49805 * 4)) - 1.
     const std::uint8_t flags[4] = {9, 1, 9, 0};
     CHECK(TrevikA_T_LINE2_move(0, 4, 3000, -4000, flags, 500, 10000, 100, 100, 2) == TREVIK_OK);
     CHECK(driver.log() == R"(read   axis 1  main status -> 0x0008

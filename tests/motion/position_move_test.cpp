@@ -9,7 +9,10 @@ using trevik::test::RecordingDriver;
 namespace
 {
 
-constexpr std::uint32_t Pulses(std::int32_t value) { return static_cast<std::uint32_t>(value); }
+constexpr std::uint32_t Pulses(std::int32_t value)
+{
+    return static_cast<std::uint32_t>(value);
+}
 
 // A started library on one card whose axes are idle.
 struct Fixture {
@@ -28,7 +31,8 @@ struct Fixture {
 
 TEST_CASE_FIXTURE(Fixture, "a move with equal ramps lets the chip find the ramp-down point")
 {
-    // m = 19660500 / 20000 - 1 = 982; FH = trunc(983 * 20000 / 300 + 0.95); rate = trunc(0.1 s * clock / 255580) - 1
+    // m = 19660500 / 20000 - 1 = 982; FH = trunc(983 * 20000 / 300 + 0.95); rate = trunc(0.1 s * clock / 255580) -
+    // 1
     CHECK(TrevikA_T_position_move(0, 1, 10000, 0, 500, 20000, 100, 100, 0) == TREVIK_OK);
     CHECK(driver.log() == R"(read   axis 1  main status -> 0x0008
 write  axis 1  DISTANCE = 10000
@@ -49,8 +53,8 @@ TEST_CASE_FIXTURE(Fixture, "a later move re-bases the target on where the axis s
     CHECK(TrevikA_T_position_move(0, 2, 10000, 0, 500, 20000, 100, 100, 0) == TREVIK_OK);
     driver.reg(2, Register::COUNTER1) = 9998; // stopped early
     driver.forget();
-    // From 9998 to 6998; 0.1 s up, 1 s down: manual point trunc((FH^2 - FL^2) * 75 / (1966 * 32768)) = 4999, but the
-    // whole profile needs 5466 pulses, so the ramps share the distance: trunc(75 * 3000 / 82) = 2743.
+    // From 9998 to 6998; 0.1 s up, 1 s down: manual point trunc((FH^2 - FL^2) * 75 / (1966 * 32768)) = 4999, but
+    // the whole profile needs 5466 pulses, so the ramps share the distance: trunc(75 * 3000 / 82) = 2743.
     CHECK(TrevikA_T_position_move(0, 2, 6998, 1, 100, 10000, 100, 1000, 1) == TREVIK_OK);
     CHECK(driver.log() == R"(read   axis 2  main status -> 0x0008
 read   axis 2  main status -> 0x0008

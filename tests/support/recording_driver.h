@@ -1,4 +1,5 @@
-// A driver for tests: it remembers every request, answers from a small register file, and refuses what it is told to.
+// A driver for tests: it remembers every request, answers from a small register file, and refuses what it is told
+// to.
 #pragma once
 
 #include "driver/registers.h"

@@ -1,0 +1,251 @@
+// What every entry does before its operation, and what start-up and close leave behind.
+#include "support/captured_output.h"
+#include "support/recording_driver.h"
+
+#include "platform/host/faults.h"
+#include "platform/host/handles.h"
+
+#include <trevik/TrevikAC.h>
+
+#include <doctest/doctest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+using namespace trevik;
+using trevik::test::CapturedOutput;
+using trevik::test::Device;
+using trevik::test::RecordingDriver;
+
+namespace
+{
+
+std::uint8_t flags[4] = {0, 0, 0, 0};
+std::uint8_t byte = 0;
+std::uint32_t word = 0;
+double real = 0;
+
+struct Entry {
+    const char *name;
+    bool has_axis;
+    bool has_model_check;
+    std::function<std::uint32_t(std::uint8_t card, std::uint8_t axis)> call;
+};
+
+// Every exported function with a card argument, with arguments that pass its own checks.
+const std::vector<Entry> entries = {
+    {"info", false, true,
+     [](auto c, auto) {
+         std::uint16_t resource = 0;
+         return TrevikA_info(c, &byte, &resource);
+     }},
+    {"velocity_range_fix", true, true, [](auto c, auto a) { return TrevikA_velocity_range_fix(c, a, 1); }},
+    {"velocity_range_unfix", true, true, [](auto c, auto a) { return TrevikA_velocity_range_unfix(c, a); }},
+    {"T_position_move", true, true,
+     [](auto c, auto a) { return TrevikA_T_position_move(c, a, 1, 0, 1, 1, 0, 0, 0); }},
+    {"position_change", true, true,
+     [](auto c, auto a) {
+         const std::uint32_t result = TrevikA_position_change(c, a, 1, 0);
+         return result == TREVIK_ERR_NOT_MOVING ? TREVIK_OK : result;
+     }},
+    {"stop", false, true, [](auto c, auto) { return TrevikA_stop(c, flags, 0); }},
+    {"stop_emg", false, true, [](auto c, auto) { return TrevikA_stop_emg(c); }},
+    {"velocity_read", true, true, [](auto c, auto a) { return TrevikA_velocity_read(c, a, &real); }},
+    {"T_LINE2_move", false, true,
+     [](auto c, auto) { return TrevikA_T_LINE2_move(c, 0, 1, 1, flags, 1, 1, 0, 0, 0); }},
+    {"T_LINE3_move", false, true,
+     [](auto c, auto) { return TrevikA_T_LINE3_move(c, 0, 1, 1, 1, flags, 1, 1, 0, 0, 0); }},
+    {"T_LINE4_move", false, true,
+     [](auto c, auto) { return TrevikA_T_LINE4_move(c, 1, 1, 1, 1, flags, 1, 1, 0, 0, 0); }},
+    {"S_LINE2_move", false, true,
+     [](auto c, auto) { return TrevikA_S_LINE2_move(c, 0, 1, 1, flags, 1, 1, 0, 0, 0, 0, 0); }},
+    {"S_LINE3_move", false, true,
+     [](auto c, auto) { return TrevikA_S_LINE3_move(c, 0, 1, 1, 1, flags, 1, 1, 0, 0, 0, 0, 0); }},
+    {"S_LINE4_move", false, true,
+     [](auto c, auto) { return TrevikA_S_LINE4_move(c, 1, 1, 1, 1, flags, 1, 1, 0, 0, 0, 0, 0); }},
+    {"continuous_flag_set", true, true, [](auto c, auto a) { return TrevikA_continuous_flag_set(c, a, 0); }},
+    {"continuous_buffer_read", true, true,
+     [](auto c, auto a) { return TrevikA_continuous_buffer_read(c, a, &byte); }},
+    {"continuous_buffer_no_read", true, true,
+     [](auto c, auto a) { return TrevikA_continuous_buffer_no_read(c, a, &byte); }},
+    {"motion_status_read", true, true, [](auto c, auto a) { return TrevikA_motion_status_read(c, a, 0, &byte); }},
+    {"current_position_read", true, true,
+     [](auto c, auto a) { return TrevikA_current_position_read(c, a, &word); }},
+    {"current_position_set", true, true, [](auto c, auto a) { return TrevikA_current_position_set(c, a, 0); }},
+    {"AC_index_read", true, false,
+     [](auto c, auto a) {
+         std::uint16_t value = 0;
+         return TrevikAC_index_read(c, a, 38, &value);
+     }},
+    {"AC_index_write", true, false, [](auto c, auto a) { return TrevikAC_index_write(c, a, 1, 2); }},
+};
+
+Device Card(std::uint8_t number, std::uint16_t model_word)
+{
+    return {"card " + std::to_string(number), number, 0x1234, model_word, 0};
+}
+
+} // namespace
+
+TEST_CASE("every entry checks card, model, axis and handle in this order")
+{
+    RecordingDriver driver({Card(3, model_word_A), Card(7, 0x102)});
+    CHECK(TrevikA_initial() == TREVIK_OK);
+    for (const Entry &entry : entries) {
+        CAPTURE(entry.name);
+        driver.forget();
+        CHECK(entry.call(16, 9) == TREVIK_ERR_CARD);
+        CHECK(entry.call(255, 0) == TREVIK_ERR_CARD);
+        CHECK(entry.call(0, 4) == (entry.has_axis ? TREVIK_ERR_AXIS : TREVIK_ERR_HANDLE));
+        CHECK(entry.call(0, 0) == TREVIK_ERR_HANDLE);
+        if (entry.has_model_check)
+            CHECK(entry.call(7, 9) == TREVIK_ERR_MODEL);
+        CHECK(driver.requests() == 0);
+        CHECK(entry.call(3, 2) == TREVIK_OK);
+        if (!entry.has_model_check)
+            CHECK(entry.call(7, 2) == TREVIK_OK);
+    }
+    TrevikA_close();
+    driver.forget();
+    for (const Entry &entry : entries)
+        CHECK(entry.call(3, 0) == TREVIK_ERR_HANDLE);
+    CHECK(driver.requests() == 0);
+}
+
+TEST_CASE("null pointers are refused after the other checks")
+{
+    RecordingDriver driver;
+    TrevikA_initial();
+    driver.forget();
+    std::uint16_t resource = 77;
+    const std::uint32_t results[] = {TrevikA_info(0, nullptr, &resource),
+                                     TrevikA_info(0, &byte, nullptr),
+                                     TrevikA_stop(0, nullptr, 0),
+                                     TrevikA_velocity_read(0, 0, nullptr),
+                                     TrevikA_continuous_buffer_read(0, 0, nullptr),
+                                     TrevikA_continuous_buffer_no_read(0, 0, nullptr),
+                                     TrevikA_motion_status_read(0, 0, 7, nullptr),
+                                     TrevikA_current_position_read(0, 0, nullptr),
+                                     TrevikAC_index_read(0, 0, 38, nullptr)};
+    for (const std::uint32_t result : results)
+        CHECK(result == TREVIK_ERR_PARAM);
+    CHECK(resource == 77);
+    CHECK(TrevikA_motion_status_read(1, 0, 0, nullptr) == TREVIK_ERR_HANDLE);
+    CHECK(driver.requests() == 0);
+}
+
+TEST_CASE("start-up finds cards by the numbers that they report")
+{
+    RecordingDriver driver({Card(3, model_word_AC), Card(9, model_word_A)});
+    CapturedOutput output;
+    CHECK(TrevikA_initial() == TREVIK_OK);
+    CHECK(output.text() == "counter=2\n");
+    CHECK(driver.log() == R"(get resource -> card 3, word 0x1234
+read   axis 0  index 38 -> 0x0101
+get resource -> card 9, word 0x1234
+read   axis 0  index 38 -> 0x0001
+)");
+    std::uint8_t model = 9;
+    std::uint16_t resource = 0;
+    CHECK(TrevikA_info(3, &model, &resource) == TREVIK_OK);
+    CHECK((model == 1 && resource == 0x1234));
+    CHECK(TrevikA_info(0, &model, &resource) == TREVIK_ERR_HANDLE);
+
+    // Again: each held handle is closed before its path is opened again.
+    CHECK(TrevikA_initial() == TREVIK_OK);
+    CHECK((driver.opened() == 4 && driver.closed() == 2));
+    driver.forget();
+    CHECK(TrevikA_close() == TREVIK_OK);
+    CHECK(driver.log() == "release\nrelease\n");
+    CHECK(driver.closed() == 4);
+    CHECK(TrevikA_close() == TREVIK_OK);
+    CHECK(driver.requests() == 0);
+}
+
+TEST_CASE("start-up values are written again, and cards without a known model are of no use")
+{
+    RecordingDriver driver;
+    CHECK(TrevikA_initial() == TREVIK_OK);
+    TrevikA_continuous_flag_set(0, 0, 1);
+    driver.devices()[0].model_word = 0x102;
+    CHECK(TrevikA_initial() == TREVIK_ERR_MODEL);
+    CHECK(TrevikA_continuous_flag_set(0, 0, 1) == TREVIK_ERR_MODEL);
+    driver.devices()[0].model_word = model_word_A;
+    driver.refuse(1, 31); // the model query
+    CHECK(TrevikA_initial() == TREVIK_ERR_MODEL);
+    CHECK(TrevikA_initial() == TREVIK_OK);
+    driver.forget();
+    CHECK(TrevikA_T_LINE2_move(0, 0, 1, 1, flags, 1, 1, 0, 0, 0) == TREVIK_OK); // both axes out of continuous mode
+}
+
+TEST_CASE("every failure of the enumeration says what failed and closes what it opened")
+{
+    using host::FailNext;
+    using host::Function;
+    struct Row {
+        const char *what;
+        std::function<void(RecordingDriver &)> arrange;
+        std::uint32_t result;
+        const char *printed;
+        int kept; // handles still open
+    };
+    constexpr const char *cannot = "(PCI) Can't open TrevikA device";
+    const Row rows[] = {
+        {"no set", [](auto &) { FailNext(Function::SetupDiGetClassDevsA, 5); }, TREVIK_ERR_OPEN,
+         "No AMCC devices are present and enabled in the system\n", 0},
+        {"no device", [](auto &d) { d.devices().clear(); }, TREVIK_ERR_OPEN,
+         "counter=0\nNo AMCC devices are present and enabled in the system.\n", 0},
+        {"second look at an interface", [](auto &) { FailNext(Function::SetupDiEnumDeviceInterfaces, 5, 3); },
+         TREVIK_ERR_OPEN, "counter=2\nSetupDiEnumDeviceInterfaces failed, Error: 5", 0},
+        {"size of the detail", [](auto &d) { d.devices()[1].path.clear(); }, TREVIK_ERR_OPEN,
+         "counter=2\nSetupDiGetDeviceInterfaceDetail failed, Error: 13", 1},
+        {"the detail itself", [](auto &) { FailNext(Function::SetupDiGetDeviceInterfaceDetailA, 8, 1); },
+         TREVIK_ERR_OPEN, "counter=2\nSetupDiGetDeviceInterfaceDetail failed, Error: 8", 0},
+        {"open of the first", [](auto &d) { d.devices()[0].open_error = 5; }, TREVIK_OK,
+         "counter=2\nCreateFile failed.  Error:5get resource failed, Error: 6", 1},
+        {"open of the last", [](auto &d) { d.devices()[1].open_error = 32; }, TREVIK_ERR_OPEN,
+         "counter=2\nCreateFile failed.  Error:32get resource failed, Error: 6", 1},
+        {"resource of the last", [](auto &d) { d.refuse(2, 1117); }, TREVIK_OK,
+         "counter=2\nget resource failed, Error: 1117", 1},
+        {"card 16", [](auto &d) { d.devices()[1].card = 16; }, TREVIK_OK, "counter=2\n", 1},
+        {"two cards of one number", [](auto &d) { d.devices()[1].card = 0; }, TREVIK_OK, "counter=2\n", 1},
+    };
+    for (const Row &row : rows) {
+        CAPTURE(row.what);
+        RecordingDriver driver({Card(0, model_word_A), Card(1, model_word_A)});
+        row.arrange(driver);
+        CapturedOutput output;
+        const std::uint32_t result = TrevikA_initial();
+        const std::string printed = output.text();
+        CHECK(result == row.result);
+        CHECK(printed == std::string(row.printed) + (result == TREVIK_ERR_OPEN ? cannot : ""));
+        CHECK(driver.opened() - driver.closed() == row.kept);
+        CHECK(host::OpenHandleCount() == static_cast<std::size_t>(row.kept));
+    }
+}
+
+// Once on, simulation lasts as long as the process: this case runs in one of its own.
+TEST_SUITE("simulation" * doctest::skip())
+{
+    TEST_CASE("in simulation mode every call answers 0 and touches nothing")
+    {
+        static std::string traced;
+        TrevikHost_debug_output_set([](void *, const char *text) { traced += text; }, nullptr);
+        RecordingDriver driver;
+        CHECK(TrevikA_initial() == TREVIK_OK);
+        CHECK(TrevikA_dll_Simu_mode(2) == TREVIK_OK);
+        CHECK(TrevikA_current_position_read(200, 0, &word) == TREVIK_ERR_CARD);
+        CHECK(TrevikA_dll_Simu_mode(1) == TREVIK_OK);
+        CHECK(TrevikA_dll_Simu_mode(0) == TREVIK_OK);
+        driver.forget();
+        traced.clear();
+        word = 77;
+        for (const Entry &entry : entries)
+            CHECK(entry.call(200, 200) == TREVIK_OK);
+        CHECK(word == 77);
+        CHECK((TrevikA_initial() == TREVIK_OK && TrevikA_close() == TREVIK_OK));
+        CHECK(traced == "TrevikA_initial");
+        CHECK(driver.requests() == 0);
+    }
+}

@@ -1,0 +1,179 @@
+#include "trevik-run/planner.h"
+
+#include <doctest/doctest.h>
+
+#include <cmath>
+#include <random>
+#include <string>
+
+#include "trevik-run/card_moves.h"
+#include "trevik-run/checker.h"
+#include "trevik-run/interpreter.h"
+
+using namespace trevik_run;
+
+namespace
+{
+
+struct Planned {
+    Machine machine;
+    Program program;
+    CheckedProgram checked;
+    RampMaker ramps;
+
+    explicit Planned(const std::string &text, const Machine &on = {})
+        : machine(on),
+          program(ReadProgram(text, {})),
+          checked(CheckProgram(program, machine)),
+          ramps(checked.top_pps, WantedAcceleration(machine))
+    {
+        PlanSpeeds(program, machine, ramps);
+    }
+};
+
+// A walk of feed moves of random length, direction and feed, with corners, reversals and short moves.
+std::string RandomPart(unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> unit(0, 1);
+    std::string text = "G91 G1 F1000 X5\n";
+    double heading = 0;
+    for (int i = 0; i < 300; ++i) {
+        heading += (unit(random) < 0.1 ? 3 : 0.4) * (unit(random) - 0.5);
+        const double length = std::pow(10, 3 * unit(random) - 2); // 0.01 to 10 mm
+        text += "F" + std::to_string(100 + 2900 * unit(random)) + " X" +
+                std::to_string(length * std::cos(heading)) + " Y" + std::to_string(length * std::sin(heading)) +
+                "\n";
+        if (unit(random) < 0.05) {
+            text += "G0 Z1\nG0 Z-1\nG1\n";
+        }
+    }
+    return text;
+}
+
+double StartOf(const CardMove &move)
+{
+    return move.accel_ms != 0 ? move.start_pps : move.max_pps;
+}
+
+double EndOf(const CardMove &move)
+{
+    return move.decel_ms != 0 ? move.start_pps : move.max_pps;
+}
+
+// The length of path that the library's own formulas give a ramp, in pulses.
+double RampPulses(const Planned &p, const CardMove &move, std::uint32_t time_ms, double factor)
+{
+    const double unit = 300 / (std::floor(19660500 / std::floor(p.checked.top_pps)));
+    const double low = std::trunc(move.start_pps * factor / unit + 0.95);
+    const double high = std::trunc(move.max_pps * factor / unit + 0.95);
+    const double rate = std::max(1.0, std::trunc(time_ms * 19660.8 / (4 * (high - low))) - 1);
+    return (high * high - low * low) * unit * unit / 2 * (4 * (rate + 1) / 19660800 / unit) / factor;
+}
+
+} // namespace
+
+TEST_CASE("planner: corners, reversals and rapids begin at the start speed, gentle bends do not")
+{
+    const Planned p("G0 X10\nG1 F1500 X30\nX50 Y5\nY50\nY20\nG0 X0\nX-20");
+    const double start = 800;
+    const double feed = 10000;
+    const double entries[] = {start, start, feed, start, start, start, start};
+    REQUIRE(p.program.moves.size() == 7);
+    for (std::size_t i = 0; i < 7; ++i) {
+        CAPTURE(i);
+        CHECK(p.program.moves[i].entry_pps == doctest::Approx(entries[i]));
+    }
+    CHECK(ExitSpeed(p.program, 6, p.machine) == start);
+}
+
+TEST_CASE("planner: speeds of a random contour can be driven")
+{
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        CAPTURE(seed);
+        const Planned p(RandomPart(seed));
+        double reach = 0;
+        for (std::size_t i = 0; i < p.program.moves.size(); ++i) {
+            const Move &move = p.program.moves[i];
+            const double exit = ExitSpeed(p.program, i, p.machine);
+            const double entry = move.entry_pps;
+            CAPTURE(move.line);
+            REQUIRE(entry <= move.speed_pps);
+            REQUIRE(exit <= move.speed_pps * 1.0001);
+            REQUIRE(exit * exit <= entry * entry + 2.001 * p.ramps.AccelPps2() * move.length_pulses);
+            REQUIRE(entry * entry <= exit * exit + 2.001 * p.ramps.DecelPps2() * move.length_pulses);
+            reach = std::max(reach, entry);
+        }
+        CHECK(reach > 5 * p.machine.start_pps); // it does gather speed
+    }
+}
+
+TEST_CASE("card moves: of a random contour stay under the feed, fit their ramps and join")
+{
+    for (const bool s_curve : {false, true}) {
+        for (unsigned seed = 1; seed <= 20; ++seed) {
+            const Planned p(RandomPart(seed));
+            Vec4 from = p.program.start;
+            double speed = p.machine.start_pps;
+            for (std::size_t i = 0; i < p.program.moves.size(); ++i) {
+                const Move &move = p.program.moves[i];
+                CAPTURE(seed);
+                CAPTURE(move.line);
+                Pulses at = ToPulses(from, p.machine);
+                const CardMoves lines = MakeCardMoves(
+                    at, ToPulses(move.target, p.machine), MakePathLine(from, move.target, p.machine),
+                    {move.entry_pps, ExitSpeed(p.program, i, p.machine), move.speed_pps}, p.ramps, 0, s_curve);
+                REQUIRE(lines.count >= 1);
+                for (int n = 0; n < lines.count; ++n) {
+                    const CardMove &line = lines.move[static_cast<std::size_t>(n)];
+                    const Piece piece = MakePiece(at, line.target);
+                    const double factor = piece.longest / piece.length;
+                    REQUIRE(line.max_pps <= move.speed_pps);
+                    REQUIRE(line.start_pps <= line.max_pps);
+                    REQUIRE(piece.length > 0);
+                    double ramps = 0;
+                    ramps += line.accel_ms != 0 ? RampPulses(p, line, line.accel_ms, factor) : 0;
+                    ramps += line.decel_ms != 0 ? RampPulses(p, line, line.decel_ms, factor) : 0;
+                    REQUIRE(ramps <= piece.length + 2);
+                    // What a stepper takes in one go: about the start speed.
+                    REQUIRE(std::fabs(StartOf(line) - speed) <= 1.3 * p.machine.start_pps);
+                    speed = EndOf(line);
+                    at = line.target;
+                }
+                REQUIRE(at == ToPulses(move.target, p.machine));
+                from = move.target;
+            }
+            CHECK(speed <= p.machine.start_pps * 1.01);
+        }
+    }
+}
+
+TEST_CASE("checker: what the card cannot express is refused with its line")
+{
+    const auto line_of = [](const std::string &text, const Machine &machine) -> std::uint32_t {
+        try {
+            Program program = ReadProgram(text, {});
+            CheckProgram(program, machine);
+        } catch (const PartError &error) {
+            return error.line;
+        }
+        return 0;
+    };
+    const Machine machine; // 400 pulses/mm
+    CHECK(line_of("G0 X1\nX5368709.11", machine) == 0);
+    CHECK(line_of("G0 X1\nX5368709.13", machine) == 2);
+    CHECK(line_of("G0 X5000000\nX-5000000", machine) == 2);
+    CHECK(line_of("G1 F983025 X1", machine) == 0); // 6,553,500 pulses/s
+    CHECK(line_of("G1 F1000 X1\nF983026 X2", machine) == 2);
+}
+
+TEST_CASE("checker: moves of no whole pulse are dropped, and what they add up to is not lost")
+{
+    Program program = ReadProgram("G91 G1 F600 X0.001\nX0.001\nX0.001\nX0.001\nG4 P1", {});
+    const CheckedProgram checked = CheckProgram(program, Machine{}); // 0.4 pulses each
+    REQUIRE(program.moves.size() == 3);
+    CHECK(program.moves[0].target[0] == doctest::Approx(0.002));
+    CHECK(program.moves[1].target[0] == doctest::Approx(0.004));
+    CHECK(checked.segments == 2);
+    CHECK(checked.axes == 3); // X alone takes Y along
+}

@@ -1,0 +1,155 @@
+#include "trevik-run/interpreter.h"
+
+#include <doctest/doctest.h>
+
+#include <string>
+#include <vector>
+
+using namespace trevik_run;
+
+namespace
+{
+
+Program Read(std::string_view text)
+{
+    return ReadProgram(text, {});
+}
+
+PartError ErrorOf(std::string_view text)
+{
+    try {
+        Read(text);
+    } catch (const PartError &error) {
+        return error;
+    }
+    return {};
+}
+
+} // namespace
+
+TEST_CASE("reader: every spelling of the same move")
+{
+    for (const char *text :
+         {"G1 X10.5 Y-2 F600", "g1x10.5y-2f600", "G 1 X 1 0 . 5 Y - 2 F 6 0 0", "\tG01\tX+10.50Y-02.F600\r\n",
+          "N10 G01 (in)X10.5(to) Y-2 F600 ; out", "%\nO1000\nF600\nG1\nX10.5 Y-2\n%\nX99",
+          "\xEF\xBB\xBFG1X10.5Y-2F600", "G21G17G40G49G80G90G94G54G64P0.01G1X10.5Y-2F600S1000M3T1M6",
+          "/G1 X10.5 Y-2 F600", "G53 G1 X10.5 Y-2 F600", "G91 G1 F600 X10.5 Y-2", "G1 X10.5 Y-2 F600 M30\nG1 X99",
+          "G1 F600 X10.500000000000000000000 Y-2"}) {
+        CAPTURE(std::string(text));
+        const Program program = Read(text);
+        REQUIRE(program.moves.size() == 1);
+        const Move &move = program.moves[0];
+        CHECK(move.target == Vec4{10.5, -2, 0, 0});
+        CHECK(move.kind == MoveKind::feed);
+        CHECK(move.rate == 600);
+    }
+}
+
+TEST_CASE("reader: where each kind of move ends")
+{
+    struct Case {
+        const char *text;
+        std::vector<Vec4> targets;
+    };
+    const std::vector<Case> cases = {
+        {"G0 X1 Y2 Z3 A4\nX5", {{1, 2, 3, 4}, {5, 2, 3, 4}}},
+        {"G20 G0 X1 A90", {{25.4, 0, 0, 90}}},
+        {"G0 X1\nG91 X1 Y1\nX1\nG90 X0", {{1, 0, 0, 0}, {2, 1, 0, 0}, {3, 1, 0, 0}, {0, 1, 0, 0}}},
+        {"G0 X10\nG92 X0\nX5\nG53 X5\nG92.1\nX1", {{10, 0, 0, 0}, {15, 0, 0, 0}, {5, 0, 0, 0}, {1, 0, 0, 0}}},
+        {"G0 X3 Z5\nG91 G28 Z1", {{3, 0, 5, 0}, {3, 0, 6, 0}, {3, 0, 0, 0}}},
+        {"G0 X3 Z5\nG28", {{3, 0, 5, 0}, {0, 0, 0, 0}}},
+        {"G91 G0 X1\nG53 X7", {{1, 0, 0, 0}, {7, 0, 0, 0}}},
+        {"G0 X2\nG4 P0.5\nY1", {{2, 0, 0, 0}, {2, 0, 0, 0}, {2, 1, 0, 0}}},
+    };
+    for (const Case &c : cases) {
+        CAPTURE(std::string(c.text));
+        const Program program = Read(c.text);
+        REQUIRE(program.moves.size() == c.targets.size());
+        for (std::size_t i = 0; i < c.targets.size(); ++i) {
+            CHECK(program.moves[i].target == c.targets[i]);
+        }
+    }
+}
+
+TEST_CASE("reader: feeds in inches, and of the turning axis alone")
+{
+    const Program program = Read("G20 F10 G1 X1\nA90\nX2 A0\nG21 X3");
+    CHECK(program.moves[0].rate == 254);
+    CHECK(program.moves[1].rate == 10); // degrees/min know no inches
+    CHECK(program.moves[2].rate == 254);
+    CHECK(program.moves[3].rate == 254); // a feed keeps its meaning when the unit changes
+}
+
+TEST_CASE("reader: lines with a slash are executed unless they are to be deleted")
+{
+    CHECK(Read("/G0 X1\nG0 X2").moves.size() == 2);
+    CHECK(ReadProgram("/G0 X1\nG0 X2", {.block_delete = true, .start = {}}).moves.size() == 1);
+}
+
+TEST_CASE("reader: every error names line, column and word")
+{
+    struct Case {
+        const char *text;
+        std::uint32_t line;
+        std::uint32_t column;
+        const char *word;
+        const char *what; // a part of the message
+    };
+    const Case cases[] = {
+        {"G0 X1\nG2 X1 I1", 2, 1, "G2", "arcs are not supported yet"},
+        {"G17 G 3 X1", 1, 5, "G 3", "arcs"},
+        {"G18", 1, 1, "G18", "XY plane"},
+        {"G19", 1, 1, "G19", "XY plane"},
+        {"G28.1", 1, 1, "G28.1", "machine zero"},
+        {"G93", 1, 1, "G93", "feed per minute"},
+        {"G95", 1, 1, "G95", "feed per minute"},
+        {"\n\nG0 G55", 3, 4, "G55", "G54"},
+        {"G59", 1, 1, "G59", "G54"},
+        {"G41 D1", 1, 1, "G41", "compensation"},
+        {"G42", 1, 1, "G42", "compensation"},
+        {"G43 H1", 1, 1, "G43", "compensation"},
+        {"G81 X1", 1, 1, "G81", "not supported"},
+        {"G1.5", 1, 1, "G1.5", "not supported"},
+        {"G-1", 1, 1, "G-1", "not supported"},
+        {"M98 P1", 1, 1, "M98", "subprograms"},
+        {"M99", 1, 1, "M99", "subprograms"},
+        {"G0 X#1", 1, 4, "X", "parameters"},
+        {"#1=5", 1, 1, "#", "parameters"},
+        {"G0 X[1+2]", 1, 4, "X", "expressions"},
+        {"G0 G1 X1", 1, 4, "G1", "second motion word"},
+        {"G0 G28 X1", 1, 4, "G28", "second motion word"},
+        {"G90 G91", 1, 5, "G91", "contradicts"},
+        {"G0 X1 x2", 1, 7, "x2", "twice"},
+        {"G1 F1 F2", 1, 7, "F2", "second F"},
+        {"G0 X1..2", 1, 7, ".", "begins with a letter"},
+        {"G0 X-", 1, 4, "X-", "cannot be read"},
+        {"G0 X.", 1, 4, "X.", "cannot be read"},
+        {"G0 X1234567890123456789", 1, 4, "X", "too many digits"},
+        {"G0 X1 B2", 1, 7, "B2", "no such axis"},
+        {"G0 X1 Q2", 1, 7, "Q2", "unknown word"},
+        {"G0 X1 $", 1, 7, "$", "begins with a letter"},
+        {"G0 X1 R2", 1, 7, "R2", "arc"},
+        {"G1 X1", 1, 1, "G1", "without a feed"},
+        {"G1 F0 X1", 1, 4, "F0", "above 0"},
+        {"N1 X1", 1, 4, "X1", "without a motion mode"},
+        {"G0 X1\nG80 X2", 2, 5, "X2", "without a motion mode"},
+        {"G4", 1, 1, "G4", "needs a P word"},
+        {"G4 P-1", 1, 4, "P-1", "below 0"},
+        {"G4 X1", 1, 1, "G4", "no axis words"},
+        {"G0 X1 P2", 1, 7, "P2", "G4"},
+        {"G92", 1, 1, "G92", "axis word"},
+        {"G92 G0 X1", 1, 1, "G92", "shares"},
+        {"G53 X1", 1, 1, "G53", "G0 or G1"},
+        {"G0 (open\nX1", 1, 4, "(open", "not closed"},
+    };
+    for (const Case &c : cases) {
+        CAPTURE(std::string(c.text));
+        const PartError error = ErrorOf(c.text);
+        CHECK(error.line == c.line);
+        CHECK(error.column == c.column);
+        CHECK(error.word == std::string(c.word));
+        CAPTURE(error.what);
+        CHECK(error.what.find(c.what) != std::string::npos);
+    }
+    CHECK(ErrorOf("\nG2").Message("a.ngc").rfind("a.ngc:2:1: G2: arcs", 0) == 0);
+}

@@ -1,0 +1,314 @@
+// What virtual cards do in motion, through the public functions.
+#include "support/virtual_machine.h"
+
+#include "virtual/bus.h"
+
+#include <array>
+#include <cstdlib>
+#include <random>
+#include <vector>
+
+using trevik::test::VirtualMachine;
+
+namespace
+{
+
+constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
+
+std::uint32_t Unsigned(std::int32_t value)
+{
+    return static_cast<std::uint32_t>(value);
+}
+
+using trevik::virtual_card::Chip;
+
+// For what no public function of this library does yet.
+template <class Operation>
+void OnChip(Operation operation)
+{
+    const auto card = trevik::virtual_card::TheBus().hold(0);
+    operation(card->chip(), trevik::virtual_card::NowSeconds());
+}
+
+// Random numbers of a case; the seed is printed when a check in it fails.
+class Draw
+{
+  public:
+    explicit Draw(unsigned seed) : engine_(seed) {}
+    std::uint32_t between(std::uint32_t low, std::uint32_t high)
+    {
+        return std::uniform_int_distribution<std::uint32_t>(low, high)(engine_);
+    }
+    // Spread over the orders of magnitude.
+    std::uint32_t magnitude(double low, double high)
+    {
+        return static_cast<std::uint32_t>(
+            std::exp(std::uniform_real_distribution<double>(std::log(low), std::log(high))(engine_)));
+    }
+
+  private:
+    std::mt19937 engine_;
+};
+
+} // namespace
+
+TEST_CASE_FIXTURE(VirtualMachine, "random position moves end exactly, in the time that their ramps need")
+{
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        CAPTURE(seed);
+        Draw draw(seed);
+        const auto distance = static_cast<std::int32_t>(draw.magnitude(1, 3e6)) * (seed % 2 ? 1 : -1);
+        const std::uint32_t start_pps = draw.magnitude(10, 5000);
+        const std::uint32_t max_pps = start_pps + draw.magnitude(10, 5e5);
+        const std::uint32_t accel_ms = draw.between(0, 400);
+        const std::uint32_t decel_ms = draw.between(0, 800);
+        CHECK(TrevikA_T_position_move(0, 0, Unsigned(distance), 0, start_pps, max_pps, accel_ms, decel_ms, 0) ==
+              TREVIK_OK);
+        const std::int32_t begin = at(0);
+        double highest = 0;
+        double elapsed = 0;
+        std::int32_t last = begin;
+        while (!idle(0)) {
+            const double step = std::min(next_event(), std::abs(distance) / 20.0 / max_pps + 1e-6);
+            TrevikHost_advance(step);
+            elapsed += step;
+            highest = std::max(highest, std::abs(speed(0)));
+            CHECK((at(0) - last) * (distance < 0 ? -1 : 1) >= 0);
+            last = at(0);
+        }
+        CHECK(at(0) - begin == distance);
+        CHECK(highest <= max_pps * 1.001 + 0.15); // one unit of the speed register
+        CHECK(elapsed + 1e-6 >= std::abs(distance) / (max_pps * 1.001 + 0.15));
+        CHECK(speed(0) == 0);
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "ramps last as long as they were asked to, within one step of the rate register")
+{
+    for (const std::uint32_t ramp_ms : {20u, 100u, 333u, 1000u}) {
+        CAPTURE(ramp_ms);
+        CHECK(TrevikA_T_position_move(0, 0, 1000000, 0, 100, 50000, ramp_ms, ramp_ms, 0) == TREVIK_OK);
+        double seconds = 0;
+        while (speed(0) < 49990) {
+            TrevikHost_advance(1e-4);
+            seconds += 1e-4;
+        }
+        const double rate_step = (65535.0 - 100) * 4 / 19660800; // seconds that one step of the rate is worth
+        CHECK(std::abs(seconds - ramp_ms * 1e-3) < rate_step + 2e-4);
+        run_out();
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "speed is the derivative of position in every kind of ramp")
+{
+    const auto line = [](std::uint32_t decel_ms, std::uint32_t curved_ms) {
+        return TrevikA_S_LINE2_move(0, 0, 40000, 30000, relative, 500, 40000, 100, decel_ms, curved_ms, curved_ms,
+                                    0);
+    };
+    const auto t_line = [] { return TrevikA_T_LINE2_move(0, 0, 40000, 30000, relative, 500, 40000, 150, 100, 0); };
+    for (const int kind : {0, 1, 2, 3, 4}) {
+        CAPTURE(kind);
+        const std::int32_t begin = at(0);
+        const std::uint32_t result = kind == 0   ? t_line()
+                                     : kind == 1 ? line(150, 0) // wholly curved, automatic
+                                     : kind == 2 ? line(150, 30)
+                                     : kind == 3 ? line(250, 30) // manual ramp-down point
+                                                 : line(250, 0);
+        CHECK(result == TREVIK_OK);
+        double previous = speed(0);
+        double integral = 0;
+        const double dt = 1e-4;
+        while (!idle(0)) {
+            TrevikHost_advance(dt);
+            const double now = speed(0);
+            integral += (previous + now) / 2 * dt;
+            previous = now;
+            // 2 pulses: one for counting whole pulses, one for the last step, which ends between two samples.
+            CHECK(std::abs(at(0) - begin - integral) <= 2.0);
+        }
+        CHECK(at(0) - begin == 40000);
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "lines stay within one pulse of the ideal line and end together")
+{
+    for (unsigned seed = 0; seed < 200; ++seed) {
+        CAPTURE(seed);
+        Draw draw(seed);
+        std::array<std::int32_t, 4> d{};
+        std::array<std::int32_t, 4> begin{};
+        for (std::uint8_t axis = 0; axis < 4; ++axis) {
+            begin[axis] = at(axis);
+            d[axis] = static_cast<std::int32_t>(draw.magnitude(1, 1e5)) * (draw.between(0, 1) ? 1 : -1);
+        }
+        CHECK(TrevikA_T_LINE4_move(0, d[0], d[1], d[2], d[3], relative, 100, draw.magnitude(200, 2e5), 50, 200,
+                                   0) == TREVIK_OK);
+        const double length = std::hypot(std::hypot(d[0], d[1]), std::hypot(d[2], d[3]));
+        const double step = std::max(1e-4, next_event() / 37);
+        while (!idle(0)) {
+            double along = 0;
+            for (std::uint8_t axis = 0; axis < 4; ++axis)
+                along += (at(axis) - begin[axis]) * (d[axis] / length);
+            for (std::uint8_t axis = 0; axis < 4; ++axis)
+                CHECK(std::abs(at(axis) - begin[axis] - along * d[axis] / length) <= 1.0);
+            TrevikHost_advance(step);
+        }
+        for (std::uint8_t axis = 0; axis < 4; ++axis) {
+            CHECK(idle(axis));
+            CHECK(at(axis) - begin[axis] == d[axis]);
+        }
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "queued lines follow one another without a stop")
+{
+    for (std::uint8_t axis = 0; axis < 3; ++axis) {
+        CHECK(TrevikA_velocity_range_fix(0, axis, 10000) == TREVIK_OK);
+        CHECK(TrevikA_continuous_flag_set(0, axis, 1) == TREVIK_OK);
+    }
+    const auto line = [](std::int32_t x, std::int32_t y, std::uint32_t start, std::uint32_t accel,
+                         std::uint32_t decel) {
+        return TrevikA_T_LINE2_move(0, 0, x, y, relative, start, 10000, accel, decel, 0);
+    };
+    CHECK(line(1000, 0, 500, 50, 0) == TREVIK_OK);
+    CHECK_FALSE(queued(0)); // it started at once
+    CHECK(line(600, 800, 10000, 0, 0) == TREVIK_OK);
+    CHECK(queued(1));
+    CHECK(line(0, 1000, 500, 0, 50) == TREVIK_ERR_QUEUE_FULL);
+    std::uint8_t count = 0;
+    CHECK((TrevikA_continuous_buffer_no_read(0, 1, &count) == TREVIK_OK && count == 2));
+
+    TrevikHost_advance(next_event());
+    CHECK((at(0) == 1000 && !queued(0) && !idle(0)));
+    CHECK(std::hypot(speed(0), speed(1)) == doctest::Approx(10000).epsilon(0.001));
+    CHECK(line(0, 1000, 500, 0, 50) == TREVIK_OK);
+    TrevikHost_advance(next_event());
+    CHECK((at(0) == 1600 && at(1) == 800));
+    CHECK(speed(1) == doctest::Approx(10000).epsilon(0.001));
+
+    // A line with a third axis waits for the two that still run; the third one is not idle meanwhile.
+    CHECK(TrevikA_T_LINE3_move(0, 0, 10, 20, 30, relative, 500, 500, 0, 0, 0) == TREVIK_OK);
+    CHECK((queued(2) && !idle(2)));
+    TrevikHost_advance(next_event());
+    CHECK((at(1) == 1800 && !idle(2) && !queued(2)));
+    run_out();
+    CHECK((at(0) == 1610 && at(1) == 1820 && at(2) == 30 && idle(0) && idle(2)));
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "a manual ramp-down point slows down where it says")
+{
+    // 10 ms up, 400 ms down: the written point; the axis is at its start speed for the last pulses.
+    CHECK(TrevikA_T_position_move(0, 0, 20000, 0, 1000, 20000, 10, 400, 0) == TREVIK_OK);
+    while (at(0) < 19995)
+        TrevikHost_advance(1e-5);
+    CHECK(speed(0) < 1500);
+    run_out();
+    // No deceleration: at full speed to the last pulse.
+    CHECK(TrevikA_T_position_move(0, 0, 20000, 0, 1000, 20000, 10, 0, 0) == TREVIK_OK);
+    while (at(0) < 39990)
+        TrevikHost_advance(1e-5);
+    CHECK(speed(0) > 19900);
+    run_out();
+    CHECK(at(0) == 40000);
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "the end of a running move changes, also to one that it has passed")
+{
+    struct Row {
+        std::int32_t end;
+        bool overshoots;
+    };
+    for (const Row row : {Row{30000, false}, Row{8000, false}, Row{3100, true}, Row{-5000, true}}) {
+        CAPTURE(row.end);
+        CHECK(TrevikA_current_position_set(0, 0, 0) == TREVIK_OK);
+        CHECK(TrevikA_T_position_move(0, 0, 10000, 0, 500, 20000, 100, 100, 0) == TREVIK_OK);
+        TrevikHost_advance(0.2);
+        const std::int32_t before = at(0);
+        const double speed_before = speed(0);
+        CHECK(TrevikA_position_change(0, 0, Unsigned(row.end), 1) == TREVIK_OK);
+        CHECK(at(0) == before);
+        CHECK(speed(0) == doctest::Approx(speed_before));
+        std::int32_t highest = 0;
+        while (!idle(0)) {
+            TrevikHost_advance(0.001);
+            highest = std::max(highest, at(0));
+        }
+        CHECK(at(0) == row.end);
+        CHECK((highest > std::max(row.end, before)) == row.overshoots);
+        CHECK(TrevikA_T_position_move(0, 0, Unsigned(row.end), 1, 500, 500, 0, 0, 0) == TREVIK_ERR_PARAM);
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "stops leave the axis where it is and drop what was queued")
+{
+    const std::uint8_t first[4] = {1, 0, 0, 0};
+    CHECK(TrevikA_T_LINE2_move(0, 0, 30000, 40000, relative, 500, 20000, 100, 100, 0) == TREVIK_OK);
+    TrevikHost_advance(0.5);
+    const std::int32_t x = at(0);
+    CHECK(TrevikA_stop(0, first, 100) == TREVIK_OK); // 16000 pulses/s of the longest axis down in 0.1 s
+    const double seconds = run_out();
+    CHECK(seconds == doctest::Approx(0.1).epsilon(0.15));
+    CHECK((idle(0) && idle(1)));
+    CHECK(at(0) - x == doctest::Approx(600).epsilon(0.15)); // 12000 pulses/s of this axis, half of it on average
+    CHECK(at(1) == doctest::Approx(at(0) * 4 / 3.0).epsilon(0.001));
+
+    for (std::uint8_t axis = 0; axis < 2; ++axis)
+        TrevikA_continuous_flag_set(0, axis, 1);
+    CHECK(TrevikA_T_LINE2_move(0, 0, 3000, 4000, relative, 500, 20000, 100, 100, 0) == TREVIK_OK);
+    CHECK(TrevikA_T_LINE2_move(0, 0, 3000, 4000, relative, 500, 20000, 100, 100, 0) == TREVIK_OK);
+    TrevikHost_advance(0.1);
+    const std::int32_t y = at(1);
+    CHECK(TrevikA_stop_emg(0) == TREVIK_OK);
+    TrevikHost_advance(10);
+    CHECK((at(1) == y && idle(0) && !queued(0)));
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the simultaneous-start signal")
+{
+    CHECK(TrevikA_T_LINE2_move(0, 0, 100, 50, relative, 1000, 1000, 0, 0, 1) == TREVIK_OK);
+    CHECK(TrevikA_T_position_move(0, 2, 100, 0, 1000, 1000, 0, 0, 1) == TREVIK_OK);
+    TrevikHost_advance(10);
+    CHECK((!idle(0) && !idle(2) && at(0) == 0 && at(2) == 0));
+    OnChip([](Chip &chip, double now_s) { chip.command(0xF, 0x06, now_s); });
+    run_out();
+    CHECK((at(0) == 100 && at(1) == 50 && at(2) == 100));
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the comparator start trigger")
+{
+    struct Row {
+        std::uint32_t condition; // of axis 0's command counter against 2500
+        std::int32_t distance;   // of axis 0
+        bool line;               // axis 0 is the shorter axis of a line
+        bool starts;
+    };
+    constexpr std::uint32_t limit_config = 0x9F;
+    constexpr std::uint32_t compare_start_data = 0xA9;
+    const Row rows[] = {{1, 5000, false, true},   {2, 5000, true, true},  {3, 5000, false, false},
+                        {3, -5000, false, false}, {5, 5000, false, true}, {4, 5000, false, true},
+                        {1, 2000, false, false},  {0, 5000, false, false}};
+    for (const Row &row : rows) {
+        CAPTURE(row.condition);
+        const VirtualMachine machine;
+        OnChip([&](Chip &chip, double now_s) {
+            chip.write(0, limit_config, row.condition << 18, now_s);
+            chip.write(0, compare_start_data, 2500, now_s);
+        });
+        CHECK(TrevikA_T_position_move(0, 1, 100, 0, 1000, 1000, 0, 0, 2) == TREVIK_OK);
+        const bool below = row.condition == 4; // true from the start
+        CHECK((at(1) == 0 && !idle(1)));
+        if (row.line)
+            CHECK(TrevikA_T_LINE3_move(0, 2, row.distance, 7000, 9000, relative, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+        else
+            CHECK(TrevikA_T_position_move(0, 0, Unsigned(row.distance), 0, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+        std::int32_t started_at = 0;
+        while (!idle(0)) {
+            TrevikHost_advance(1e-4);
+            if (started_at == 0 && at(1) > 0)
+                started_at = at(0);
+        }
+        CHECK(idle(1) == row.starts);
+        if (row.starts && !below)
+            CHECK(std::abs(started_at - 2501) <= 1); // the first pulse of axis 1 comes 1 ms later
+    }
+}
