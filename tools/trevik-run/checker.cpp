@@ -1,0 +1,118 @@
+#include "trevik-run/checker.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+
+namespace trevik_run
+{
+namespace
+{
+
+void CheckTarget(const Move &move, const Machine &machine)
+{
+    for (std::size_t i = 0; i < axis_count; ++i) {
+        const double pulses = move.target[i] * machine.pulses_per_unit[i];
+        if (std::fabs(pulses) <= std::numeric_limits<std::int32_t>::max()) {
+            continue;
+        }
+        throw PartError{move.line, 1, std::string(1, axis_letters[i]),
+                        fmt::format("the target {:g} is {:.0f} pulses, beyond the card's 32 bits; move the part "
+                                    "nearer to machine zero or use fewer pulses per unit",
+                                    move.target[i], pulses)};
+    }
+}
+
+// The card takes a move's distance in 32 bits too.
+void CheckDistance(const Move &move, const Piece &piece)
+{
+    if (piece.longest > std::numeric_limits<std::int32_t>::max()) {
+        throw PartError{move.line, 1, "",
+                        fmt::format("a move over {:.0f} pulses, beyond the card's 32 bits; make "
+                                    "two moves of it",
+                                    piece.longest)};
+    }
+}
+
+// A rapid takes as long as the slower of its linear and its turning part at the rapid speed.
+double Seconds(const Move &move, const Vec4 &from, double feed_length, const Machine &machine)
+{
+    if (move.kind == MoveKind::feed) {
+        return feed_length / (static_cast<double>(move.rate) / 60);
+    }
+    const double turn = std::fabs(move.target[angular_axis] - from[angular_axis]);
+    return std::max(feed_length, turn) / (machine.rapid_mm_min / 60);
+}
+
+void CheckSpeed(const Move &move, double speed_pps)
+{
+    if (speed_pps <= max_speed_pps) {
+        return;
+    }
+    throw PartError{move.line, 1, move.kind == MoveKind::feed ? "F" : "G0",
+                    fmt::format("this move needs {:.0f} pulses/s, the card makes {:.0f}; lower the feed, the rapid "
+                                "speed or the pulses per unit",
+                                speed_pps, max_speed_pps)};
+}
+
+// A line takes at least two axes: the lowest idle ones join.
+std::uint32_t AtLeastTwo(std::uint32_t axes)
+{
+    for (std::uint32_t bit = 1; std::popcount(axes) < 2; bit <<= 1U) {
+        axes |= bit;
+    }
+    return axes;
+}
+
+std::uint32_t MovingAxes(const Piece &piece)
+{
+    std::uint32_t axes = 0;
+    for (std::size_t i = 0; i < axis_count; ++i) {
+        axes |= (piece.delta[i] != 0 ? 1U : 0U) << i;
+    }
+    return axes;
+}
+
+} // namespace
+
+CheckedProgram CheckProgram(Program &program, const Machine &machine)
+{
+    CheckedProgram checked;
+    Vec4 from = program.start;
+    Pulses from_pulses = ToPulses(from, machine);
+    std::size_t kept = 0;
+    for (Move &move : program.moves) {
+        CheckTarget(move, machine);
+        const Pulses to = ToPulses(move.target, machine);
+        const Piece piece = MakePiece(from_pulses, to);
+        CheckDistance(move, piece);
+        if (move.kind == MoveKind::dwell) {
+            checked.dwell_s += static_cast<double>(move.rate);
+        } else if (piece.length == 0) {
+            continue;
+        } else {
+            const double feed_length = FeedLength(from, move.target);
+            // Of the unrounded way: rounding would make the speeds of short moves jump about.
+            const double speed_pps =
+                MakePathLine(from, move.target, machine).Length() / Seconds(move, from, feed_length, machine);
+            CheckSpeed(move, speed_pps);
+            move.length_pulses = static_cast<float>(piece.length);
+            move.speed_pps = static_cast<float>(std::max(speed_pps, 1.0));
+            checked.axes |= MovingAxes(piece);
+            checked.top_pps = std::max(checked.top_pps, static_cast<double>(move.speed_pps));
+            checked.path_mm += feed_length;
+            checked.path_pulses += piece.length;
+            ++checked.segments;
+            from = move.target;
+            from_pulses = to;
+        }
+        program.moves[kept++] = move;
+    }
+    program.moves.resize(kept);
+    checked.axes = AtLeastTwo(checked.axes);
+    return checked;
+}
+
+} // namespace trevik_run

@@ -1,0 +1,87 @@
+#include "trevik-run/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "trevik-run/version.h"
+
+namespace trevik_run
+{
+namespace
+{
+
+constexpr int usage_status = 2;
+
+constexpr const char *description =
+    "Runs an RS-274 part program (G-code, lines only) on a TrevikA card.\n"
+    "The whole program is read and checked before anything moves. X Y Z A are the card's axes 0 1 2 3.\n"
+    "Feeds count the way of X Y Z; where only A turns they are degrees/min.";
+
+constexpr const char *footer =
+    "Exit status: 0 done, 1 the card refused a request or a file could not be written, 2 wrong command line or\n"
+    "part program (nothing has moved), 130 interrupted (the axes were stopped with deceleration).";
+
+void AddMachineOptions(CLI::App &app, Machine &machine)
+{
+    Vec4 &scale = machine.pulses_per_unit;
+    app.add_option_function<double>(
+           "--pulses-per-mm", [&scale](double value) { scale[0] = scale[1] = scale[2] = value; },
+           "pulses per mm of X, Y and Z (default 400)")
+        ->check(CLI::PositiveNumber)
+        ->trigger_on_parse();
+    app.add_option("--pulses-per-mm-x", scale[0], "pulses per mm of X alone")->check(CLI::PositiveNumber);
+    app.add_option("--pulses-per-mm-y", scale[1], "pulses per mm of Y alone")->check(CLI::PositiveNumber);
+    app.add_option("--pulses-per-mm-z", scale[2], "pulses per mm of Z alone")->check(CLI::PositiveNumber);
+    app.add_option("--pulses-per-degree", scale[3], "pulses per degree of A (default 100)")
+        ->check(CLI::PositiveNumber);
+    app.add_option("--rapid", machine.rapid_mm_min, "rapid speed in mm/min, for A in degrees/min (default 3000)")
+        ->check(CLI::PositiveNumber);
+    app.add_option("--start-speed", machine.start_pps,
+                   "pulses/s along the path that the motors take without a ramp: contours begin and end with it "
+                   "(default 800)")
+        ->check(CLI::Range(1.0, max_speed_pps));
+    app.add_option("--ramp-time", machine.ramp_ms,
+                   "ms from the start speed to the rapid speed of the finest of X Y Z; slower moves ramp with the "
+                   "same acceleration, and no ramp is steeper than the card's registers allow (default 100)")
+        ->check(CLI::Range(1, 60000));
+    app.add_flag("--s-curve", machine.s_curve, "wholly curved ramps instead of straight ones");
+    app.add_option("--corner-angle", machine.corner_degrees,
+                   "degrees; sharper corners are taken at the start speed, gentler ones without slowing down "
+                   "(default 30)")
+        ->check(CLI::Range(0.0, 180.0));
+}
+
+void AddRunOptions(CLI::App &app, Options &options)
+{
+    app.add_option("PART", options.part, "part program; - reads standard input")->required();
+    app.add_option("--card", options.card, "card number (default 0)")->check(CLI::Range(0, 15));
+    app.add_option("--svg", options.svg, "draw path and speed into this file");
+    app.add_option("--csv", options.csv, "write the samples into this file");
+    app.add_option("--sample-ms", options.sample_ms, "time between samples in ms (default 1)")
+        ->check(CLI::Range(0.001, 1e6));
+    app.add_flag("--realtime", options.realtime,
+                 "run at the card's own pace; without it virtual cards run as fast as they can");
+    app.add_flag("--block-delete", options.block_delete,
+                 "pass over lines that begin with /; without it they are executed");
+    app.add_flag("--check", options.check, "read and check the part, move nothing");
+    app.add_flag("--quiet", options.quiet, "no progress and no report");
+    app.set_version_flag("--version", "trevik-run " TREVIK_RUN_VERSION);
+}
+
+} // namespace
+
+bool ParseOptions(int argc, const char *const *argv, Options &options, int &status)
+{
+    CLI::App app(description, "trevik-run");
+    app.footer(footer);
+    AddRunOptions(app, options);
+    AddMachineOptions(app, options.machine);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        status = app.exit(error) == 0 ? 0 : usage_status;
+        return false;
+    }
+    return true;
+}
+
+} // namespace trevik_run
