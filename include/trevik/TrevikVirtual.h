@@ -60,8 +60,8 @@ TREVIK_API uint32_t TrevikVirtual_input_read(uint8_t card, uint8_t axis, uint8_t
 TREVIK_API uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint8_t active);
 
 /* Tells how long it takes from now until something happens on the card by itself: an operation ends or a queued one
- * starts. Infinite when nothing will. With the manual clock, TrevikHost_advance of this value gets there, at most
- * two nanoseconds late. */
+ * starts. Infinite when nothing will. With the manual clock, TrevikHost_advance of this value gets
+ * just there. */
 TREVIK_API uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds);
 
 /* Makes the card's driver refuse requests: after `skip` more requests, `count` requests are refused with `error`, a

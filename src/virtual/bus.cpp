@@ -71,15 +71,10 @@ std::uint32_t Control(void *context, std::uint32_t device, std::uint32_t code, c
     const Bus::Hold card = bus.hold(device & 0xFF);
     if (!card)
         return error_device_not_connected;
-    return card->control({code, in, in_size, out, out_size}, NowSeconds(), *returned);
+    return card->control({code, in, in_size, out, out_size}, host::NowNanoseconds(), *returned);
 }
 
 } // namespace
-
-double NowSeconds()
-{
-    return static_cast<double>(host::NowNanoseconds()) * 1e-9;
-}
 
 std::optional<CardList> ParseCards(const char *text)
 {

@@ -70,7 +70,4 @@ class Bus
 // The one bus; its cards are those of TREVIK_CARDS until others are placed.
 Bus &TheBus();
 
-// Time as the chips count it.
-double NowSeconds();
-
 } // namespace trevik::virtual_card

@@ -62,106 +62,116 @@ bool Card::refused(std::uint32_t &error)
     return true;
 }
 
-std::uint32_t Card::control(const ControlRequest &request, double now_s, std::uint32_t &returned)
+std::uint32_t Card::control(const ControlRequest &request, std::int64_t now_ns, std::uint32_t &returned)
 {
     returned = 0;
     std::uint32_t error = 0;
     if (refused(error))
         return error;
-    const auto code = static_cast<ControlCode>(request.code);
-    const RequestSize sizes = SizesOf(code);
+    const RequestSize sizes = SizesOf(static_cast<ControlCode>(request.code));
     if (sizes.in == 0 && sizes.out == 0)
         return error_invalid_function;
     if (request.in_size != sizes.in || request.out_size != sizes.out)
         return error_invalid_parameter;
-    In in;
-    Out out;
-    std::memcpy(in.data(), request.in, request.in_size);
-    error = answer(code, in, out, now_s);
-    if (error == 0 && sizes.out != 0) {
-        std::memcpy(request.out, out.data(), sizes.out);
+    error = answer(request, now_ns);
+    if (error == 0)
         returned = sizes.out;
-    }
     return error;
 }
 
-std::uint32_t Card::answer(ControlCode code, const In &in, Out &out, double now_s)
+// Fields are read and written where the caller has them: a copy of a block that was just filled field by field
+// would wait for all of them to arrive.
+std::uint32_t Card::answer(const ControlRequest &request, std::int64_t now_ns)
 {
+    const auto code = static_cast<ControlCode>(request.code);
+    const void *in = request.in;
+    void *out = request.out;
     switch (code) {
     case ControlCode::IOCTL_REG_READ:
+        return register_read(in, out, now_ns);
     case ControlCode::IOCTL_REG_WRITE:
-        return register_request(code, in, out, now_s);
+        return register_write(in, now_ns);
     case ControlCode::IOCTL_PORT_READ:
-        out.put(20, read_port(in.get<std::uint32_t>(8), now_s));
+        PutField(out, 20, read_port(GetField<std::uint32_t>(in, 8), now_ns));
         return 0;
     case ControlCode::IOCTL_PORT_WRITE:
-        write_port(in.get<std::uint32_t>(8), in.get<std::uint16_t>(20), now_s);
+        write_port(GetField<std::uint32_t>(in, 8), GetField<std::uint16_t>(in, 20), now_ns);
         return 0;
     case ControlCode::IOCTL_INDEX_READ:
     case ControlCode::IOCTL_INDEX_WRITE:
         return index_request(code, in, out);
     case ControlCode::IOCTL_GET_RESOURCE:
-        out.put(0, static_cast<std::uint16_t>(0xE000 + 0x100 * number_)).put(3, number_);
+        PutField(out, 0, static_cast<std::uint16_t>(0xE000 + 0x100 * number_));
+        PutField(out, 3, number_);
+        PutField(out, 4, std::uint32_t{0});
+        return 0;
+    case ControlCode::IOCTL_IRQ_STATUS:
+        std::memset(out, 0, request.out_size); // nothing on this card raises interrupts
         return 0;
     default:
-        return 0; // interrupt requests and the release: accepted; nothing on this card raises interrupts
+        return 0; // interrupt link and enable, release
     }
 }
 
-std::uint32_t Card::register_request(ControlCode code, const In &in, Out &out, double now_s)
+std::uint32_t Card::register_read(const void *in, void *out, std::int64_t now_ns)
 {
-    const auto axis = in.get<std::uint32_t>(0);
-    const auto reg = in.get<std::uint32_t>(4);
+    const auto axis = GetField<std::uint32_t>(in, 0);
     if (axis >= chip_axes)
         return error_invalid_parameter;
-    if (code == ControlCode::IOCTL_REG_READ)
-        out.put(0, chip_.read(axis, reg, now_s));
-    else
-        chip_.write(axis, reg, in.get<std::uint32_t>(8), now_s);
+    PutField(out, 0, chip_.read(axis, GetField<std::uint32_t>(in, 4), now_ns));
     return 0;
 }
 
-std::uint32_t Card::index_request(ControlCode code, const In &in, Out &out)
+std::uint32_t Card::register_write(const void *in, std::int64_t now_ns)
 {
-    const auto index = in.get<std::uint32_t>(8);
-    const auto axis = in.get<std::uint32_t>(12);
+    const auto axis = GetField<std::uint32_t>(in, 0);
+    if (axis >= chip_axes)
+        return error_invalid_parameter;
+    chip_.write(axis, GetField<std::uint32_t>(in, 4), GetField<std::uint32_t>(in, 8), now_ns);
+    return 0;
+}
+
+std::uint32_t Card::index_request(ControlCode code, const void *in, void *out)
+{
+    const auto index = GetField<std::uint32_t>(in, 8);
+    const auto axis = GetField<std::uint32_t>(in, 12);
     if (axis >= chip_axes || index >= index_registers_[0].size())
         return error_invalid_parameter;
     std::uint16_t &value = index_registers_[axis][index];
     if (code == ControlCode::IOCTL_INDEX_READ)
-        out.put(20, value);
+        PutField(out, 20, value);
     else if (axis != 0 || index != model_index)
-        value = in.get<std::uint16_t>(20);
+        value = GetField<std::uint16_t>(in, 20);
     return 0;
 }
 
-std::uint16_t Card::read_port(std::uint32_t offset, double now_s)
+std::uint16_t Card::read_port(std::uint32_t offset, std::int64_t now_ns)
 {
     if (offset < MainStatusPort(chip_axes)) {
         const unsigned axis = offset / 8;
         if (offset == MainStatusPort(axis))
-            return chip_.main_status(axis, now_s);
+            return chip_.main_status(axis, now_ns);
         return offset == SubStatusPort(axis) ? chip_.sub_status(axis) : std::uint16_t{0};
     }
     return offset / 2 < ports_.size() ? ports_[offset / 2] : std::uint16_t{0};
 }
 
-void Card::write_port(std::uint32_t offset, std::uint16_t value, double now_s)
+void Card::write_port(std::uint32_t offset, std::uint16_t value, std::int64_t now_ns)
 {
     if (offset == static_cast<std::uint32_t>(Port::Command))
-        chip_.command(value >> 8, static_cast<std::uint8_t>(value), now_s);
+        chip_.command(value >> 8, static_cast<std::uint8_t>(value), now_ns);
     else if (offset >= MainStatusPort(chip_axes) && offset / 2 < ports_.size())
         ports_[offset / 2] = value;
 }
 
-std::int32_t Card::counter(unsigned axis, unsigned counter, double now_s)
+std::int32_t Card::counter(unsigned axis, unsigned counter, std::int64_t now_ns)
 {
-    return static_cast<std::int32_t>(chip_.read(axis, ReadCode(Counter(counter)), now_s));
+    return static_cast<std::int32_t>(chip_.read(axis, ReadCode(Counter(counter)), now_ns));
 }
 
-void Card::set_counter(unsigned axis, unsigned counter, std::int32_t value, double now_s)
+void Card::set_counter(unsigned axis, unsigned counter, std::int32_t value, std::int64_t now_ns)
 {
-    chip_.write(axis, WriteCode(Counter(counter)), static_cast<std::uint32_t>(value), now_s);
+    chip_.write(axis, WriteCode(Counter(counter)), static_cast<std::uint32_t>(value), now_ns);
 }
 
 } // namespace trevik::virtual_card

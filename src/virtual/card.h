@@ -2,7 +2,7 @@
 // guard sees to it.
 #pragma once
 
-#include "driver/requests.h"
+#include "driver/request_buffer.h"
 #include "virtual/chip.h"
 
 #include <array>
@@ -34,7 +34,7 @@ class Card
     void reset(std::uint8_t number, Model model);
 
     // Answers a request: 0 and the size of the reply, or a Windows error number.
-    std::uint32_t control(const ControlRequest &request, double now_s, std::uint32_t &returned);
+    std::uint32_t control(const ControlRequest &request, std::int64_t now_ns, std::uint32_t &returned);
 
     // After `skip` more requests, refuses `count` with `error`.
     void refuse(std::uint32_t skip, std::uint32_t count, std::uint32_t error) { refusal_ = {skip, count, error}; }
@@ -42,13 +42,10 @@ class Card
     Chip &chip() { return chip_; }
 
     // Counters 1 to 4.
-    std::int32_t counter(unsigned axis, unsigned counter, double now_s);
-    void set_counter(unsigned axis, unsigned counter, std::int32_t value, double now_s);
+    std::int32_t counter(unsigned axis, unsigned counter, std::int64_t now_ns);
+    void set_counter(unsigned axis, unsigned counter, std::int32_t value, std::int64_t now_ns);
 
   private:
-    using In = RequestBuffer<32>;
-    using Out = RequestBuffer<84>;
-
     struct Refusal {
         std::uint32_t skip = 0;
         std::uint32_t count = 0;
@@ -56,11 +53,12 @@ class Card
     };
 
     bool refused(std::uint32_t &error);
-    std::uint32_t answer(ControlCode code, const In &in, Out &out, double now_s);
-    std::uint32_t register_request(ControlCode code, const In &in, Out &out, double now_s);
-    std::uint32_t index_request(ControlCode code, const In &in, Out &out);
-    std::uint16_t read_port(std::uint32_t offset, double now_s);
-    void write_port(std::uint32_t offset, std::uint16_t value, double now_s);
+    std::uint32_t answer(const ControlRequest &request, std::int64_t now_ns);
+    std::uint32_t register_read(const void *in, void *out, std::int64_t now_ns);
+    std::uint32_t register_write(const void *in, std::int64_t now_ns);
+    std::uint32_t index_request(ControlCode code, const void *in, void *out);
+    std::uint16_t read_port(std::uint32_t offset, std::int64_t now_ns);
+    void write_port(std::uint32_t offset, std::uint16_t value, std::int64_t now_ns);
 
     Chip chip_;
     Refusal refusal_;

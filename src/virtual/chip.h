@@ -1,6 +1,6 @@
 // The pulse-generator chip of a virtual card: four axis sections with their registers, which really move.
 //
-// Time is a number of seconds that the caller gives and that never goes back. The state at any time is computed
+// Time is a number of nanoseconds that the caller gives and that never goes back. The state at any time is computed
 // from the running operations, however long ago the last request was; the work depends on how many operations ended
 // since then, never on how many pulses they had. Basic arithmetic only: no allocation, exceptions, threads or
 // library.
@@ -8,7 +8,7 @@
 
 #include "driver/mode_word.h"
 #include "driver/registers.h"
-#include "virtual/arithmetic.h"
+#include "virtual/moment.h"
 #include "virtual/speed_profile.h"
 
 #include <array>
@@ -37,21 +37,22 @@ class Chip
   public:
     // The driver's side. Axis numbers are 0 to 3 here; write codes 0x80 to 0xBF and read codes 0xC0 to 0xFF, others
     // are ignored and read as 0.
-    std::uint32_t read(unsigned axis, std::uint32_t read_code, double now_s);
-    void write(unsigned axis, std::uint32_t write_code, std::uint32_t value, double now_s);
-    void command(unsigned axis_set, std::uint8_t code, double now_s);
-    std::uint16_t main_status(unsigned axis, double now_s);
+    std::uint32_t read(unsigned axis, std::uint32_t read_code, std::int64_t now_ns);
+    void write(unsigned axis, std::uint32_t write_code, std::uint32_t value, std::int64_t now_ns);
+    void command(unsigned axis_set, std::uint8_t code, std::int64_t now_ns);
+    std::uint16_t main_status(unsigned axis, std::int64_t now_ns);
     std::uint16_t sub_status(unsigned axis) const;
 
     // The machine's side.
-    std::int32_t position(unsigned axis, double now_s);
-    bool move_by_hand(unsigned axis, std::int32_t position, double now_s); // false while the axis moves by itself
-    double speed(unsigned axis, double now_s);                             // signed pulses/s
+    std::int32_t position(unsigned axis, std::int64_t now_ns);
+    bool move_by_hand(unsigned axis, std::int32_t position,
+                      std::int64_t now_ns);           // false while the axis moves by itself
+    double speed(unsigned axis, std::int64_t now_ns); // signed pulses/s
     bool input(unsigned axis, Input input) const;
     void set_input(unsigned axis, Input input, bool active);
 
-    // Time at which something happens by itself, after `now_s`; infinite: nothing will.
-    double next_event(double now_s);
+    // Time at which the next thing happens by itself, after `now_ns`; never_ns: nothing will.
+    std::int64_t next_event(std::int64_t now_ns);
 
   private:
     enum class State { Idle, Waiting, Running };
@@ -82,8 +83,8 @@ class Chip
         StartKind queued_start = StartKind::High;
 
         // Of a leader only.
-        double start_s = 0;
-        double due_s = never;     // when its operation ends, or its comparator starts it
+        Moment start_time;
+        Moment due;               // when its operation ends, or its comparator starts it
         std::int64_t longest = 0; // the leader's own pulses
         SpeedProfile profile;
 
@@ -103,36 +104,41 @@ class Chip
     Section &leader_of(const Section &section) { return sections_[section.leader]; }
 
     // Time passes: chip.cpp
-    void advance(double now_s);
-    void update_next_event(double now_s);
-    std::int64_t leader_pulses(Section &leader, double now_s);
+    void advance(std::int64_t now_ns)
+    {
+        while (next_event_ns_ <= now_ns)
+            next_thing();
+    }
+    void next_thing();
+    void update_next_event(std::int64_t now_ns);
+    std::int64_t leader_pulses(Section &leader, std::int64_t now_ns);
     std::int64_t share(const Section &section, std::int64_t pulses);
-    std::int64_t travelled(const Section &section, double now_s);
-    std::uint32_t counter1(const Section &section, double now_s);
-    std::uint32_t status_register(const Section &section, std::uint32_t read_code, double now_s);
+    std::int64_t travelled(const Section &section, std::int64_t now_ns);
+    std::uint32_t counter1(const Section &section, std::int64_t now_ns);
+    std::uint32_t status_register(const Section &section, std::uint32_t read_code, std::int64_t now_ns);
 
     // The comparator start trigger: chip_trigger.cpp
-    double comparator_time(const Section &waiting, double now_s);
-    double time_of_count(const Section &source, std::uint32_t count, double now_s);
+    Moment comparator_time(const Section &waiting, std::int64_t now_ns);
+    Moment time_of_count(const Section &source, std::uint32_t count, std::int64_t now_ns);
 
     // Operations start, change and end: chip_operation.cpp
-    void start(unsigned axis_set, StartKind kind, double now_s);
+    void start(unsigned axis_set, StartKind kind, const Moment &now);
     void queue(unsigned axis_set, StartKind kind);
-    void start_queued(double now_s);
+    void start_queued(const Moment &now);
     bool queue_ready(unsigned axis);
     unsigned line_axes(unsigned axis_set, Register mode);
-    void prepare(unsigned group, StartKind kind, double now_s);
-    void launch(Section &leader, double now_s);
-    void trigger_waiting(double now_s);
+    void prepare(unsigned group, StartKind kind, const Moment &now);
+    void launch(Section &leader, const Moment &now);
+    void trigger_waiting(const Moment &now);
     void settle_group(Section &leader, std::int64_t pulses);
-    void finish(Section &leader, double now_s);
-    void stop(unsigned axis_set, double now_s);
-    void stop_at_once(unsigned axis_set, double now_s);
-    void change_distance(Section &section, double now_s);
-    void slow_down(Section &leader, double now_s);
+    void finish(Section &leader, const Moment &now);
+    void stop(unsigned axis_set, std::int64_t now_ns);
+    void stop_at_once(unsigned axis_set, std::int64_t now_ns);
+    void change_distance(Section &section, std::int64_t now_ns);
+    void slow_down(Section &leader, std::int64_t now_ns);
 
     std::array<Section, chip_axes> sections_;
-    double next_event_s_ = never;
+    std::int64_t next_event_ns_ = never_ns;
 };
 
 } // namespace trevik::virtual_card

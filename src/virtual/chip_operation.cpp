@@ -90,7 +90,7 @@ unsigned Chip::line_axes(unsigned axis_set, Register mode)
 
 // A start command takes the preset set of an axis if it was written since it was last taken, otherwise the direct
 // set.
-void Chip::start(unsigned axis_set, StartKind kind, double now_s)
+void Chip::start(unsigned axis_set, StartKind kind, const Moment &now)
 {
     unsigned preset = 0;
     unsigned idle = 0;
@@ -101,15 +101,15 @@ void Chip::start(unsigned axis_set, StartKind kind, double now_s)
             idle |= 1u << axis;
     });
     queue(preset, kind);
-    start_queued(now_s);
+    start_queued(now);
 
     const unsigned direct = axis_set & 0xFu & ~preset;
     const unsigned line = line_axes(direct, Register::MODE);
     if (line != 0 && (line & ~idle) == 0)
-        prepare(line, kind, now_s);
+        prepare(line, kind, now);
     each(direct & idle & ~line, [&](unsigned axis, const Section &section) {
         if (Known(section.reg(Register::MODE)))
-            prepare(1u << axis, kind, now_s);
+            prepare(1u << axis, kind, now);
     });
 }
 
@@ -137,7 +137,7 @@ bool Chip::queue_ready(unsigned axis)
     return ready;
 }
 
-void Chip::start_queued(double now_s)
+void Chip::start_queued(const Moment &now)
 {
     constexpr unsigned copied = WriteCode(Register::PRESET_S_DECEL_RANGE) - 0x80u + 1;
     for (unsigned axis = 0; axis < chip_axes; ++axis) {
@@ -151,12 +151,12 @@ void Chip::start_queued(double now_s)
             section.reg(Register::ARC_STEPS) = section.reg(Register::PRESET_ARC_STEPS);
             section.queued = false;
         });
-        prepare(group, kind, now_s);
+        prepare(group, kind, now);
     }
 }
 
 // The direct registers of a group become its operation: at once, or when its trigger comes.
-void Chip::prepare(unsigned group, StartKind kind, double now_s)
+void Chip::prepare(unsigned group, StartKind kind, const Moment &now)
 {
     unsigned leader = chip_axes;
     each(group, [&](unsigned axis, Section &section) {
@@ -171,27 +171,27 @@ void Chip::prepare(unsigned group, StartKind kind, double now_s)
     });
     each(group, [&](unsigned, Section &section) { section.leader = static_cast<std::uint8_t>(leader); });
     if (mode_field::start_trigger.get(sections_[leader].reg(Register::MODE)) == 0)
-        launch(sections_[leader], now_s);
+        launch(sections_[leader], now);
 }
 
-void Chip::launch(Section &leader, double now_s)
+void Chip::launch(Section &leader, const Moment &now)
 {
     each(leader.group, [](unsigned, Section &section) { section.state = State::Running; });
     leader.turns_back = false;
-    leader.start_s = now_s;
+    leader.start_time = now;
     leader.longest = Size(leader.distance);
     leader.profile.plan(ProfileOf(leader, ProfileDistance(leader.longest)));
-    leader.due_s = now_s + leader.profile.duration_s();
+    leader.due = now.later(leader.profile.duration_s());
 }
 
 // The simultaneous-start signal reaches every axis that waits for it.
-void Chip::trigger_waiting(double now_s)
+void Chip::trigger_waiting(const Moment &now)
 {
     constexpr auto simultaneous = static_cast<std::uint32_t>(StartTrigger::SimultaneousStart);
     each(all_axes, [&](unsigned axis, Section &section) {
         if (section.state == State::Waiting && section.leader == axis &&
             mode_field::start_trigger.get(section.reg(Register::MODE)) == simultaneous)
-            launch(section, now_s);
+            launch(section, now);
     });
 }
 
@@ -207,28 +207,28 @@ void Chip::settle_group(Section &leader, std::int64_t pulses)
         section.origin += done;
         section.state = State::Idle;
     });
-    leader.due_s = never;
+    leader.due = {};
 }
 
-void Chip::finish(Section &leader, double now_s)
+void Chip::finish(Section &leader, const Moment &now)
 {
-    settle_group(leader, leader_pulses(leader, now_s));
+    settle_group(leader, leader_pulses(leader, now.reached_ns()));
     if (!leader.turns_back)
         return;
     leader.distance = static_cast<std::int32_t>(leader.reg(Register::DISTANCE)) - leader.origin;
     leader.start = StartKind::Accelerating;
-    launch(leader, now_s);
+    launch(leader, now);
 }
 
 // Decelerates to standstill by the deceleration registers as they are now.
-void Chip::slow_down(Section &leader, double now_s)
+void Chip::slow_down(Section &leader, std::int64_t now_ns)
 {
-    leader.profile.stop(now_s - leader.start_s, ProfileOf(leader, 0).decel);
-    leader.due_s = leader.start_s + leader.profile.duration_s();
+    leader.profile.stop(leader.start_time.seconds_until(now_ns), ProfileOf(leader, 0).decel);
+    leader.due = leader.start_time.later(leader.profile.duration_s());
 }
 
 // A stop of one axis of a line stops the line. What is queued behind a stopped operation is dropped.
-void Chip::stop(unsigned axis_set, double now_s)
+void Chip::stop(unsigned axis_set, std::int64_t now_ns)
 {
     each(axis_set, [&](unsigned, Section &section) {
         each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
@@ -239,11 +239,11 @@ void Chip::stop(unsigned axis_set, double now_s)
             return;
         each(section.group, [](unsigned, Section &other) { other.queued = false; });
         leader.turns_back = false;
-        slow_down(leader, now_s);
+        slow_down(leader, now_ns);
     });
 }
 
-void Chip::stop_at_once(unsigned axis_set, double now_s)
+void Chip::stop_at_once(unsigned axis_set, std::int64_t now_ns)
 {
     each(axis_set, [&](unsigned, Section &section) {
         each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
@@ -251,33 +251,33 @@ void Chip::stop_at_once(unsigned axis_set, double now_s)
             return;
         each(section.group, [](unsigned, Section &other) { other.queued = false; });
         Section &leader = leader_of(section);
-        settle_group(leader, section.state == State::Running ? leader_pulses(leader, now_s) : 0);
+        settle_group(leader, section.state == State::Running ? leader_pulses(leader, now_ns) : 0);
     });
 }
 
 // A new distance for a running positioning operation. It is kept straight on while the axis can still slow down
 // before it; otherwise the axis slows down and comes back.
-void Chip::change_distance(Section &section, double now_s)
+void Chip::change_distance(Section &section, std::int64_t now_ns)
 {
     if (section.state != State::Running || !Positioning(section.reg(Register::MODE)))
         return;
     const std::int64_t target = static_cast<std::int32_t>(section.reg(Register::DISTANCE)) - section.origin;
     const bool same_way = (target < 0) == (section.distance < 0);
     const ProfileInput input = ProfileOf(section, static_cast<double>(Size(target)));
-    const double time_s = now_s - section.start_s;
+    const double time_s = section.start_time.seconds_until(now_ns);
     const double slowing = RampDistance(section.profile.speed_at(time_s), input.start_pps, input.decel);
     if (same_way && section.profile.distance_at(time_s) + slowing <= input.distance) {
         section.distance = target;
         section.longest = Size(target);
         section.turns_back = false;
         section.profile.replan(time_s, input);
-        section.due_s = section.start_s + section.profile.duration_s();
+        section.due = section.start_time.later(section.profile.duration_s());
     } else {
         section.longest = endless;
         section.turns_back = true;
-        slow_down(section, now_s);
+        slow_down(section, now_ns);
     }
-    update_next_event(now_s);
+    update_next_event(now_ns);
 }
 
 } // namespace trevik::virtual_card

@@ -43,42 +43,43 @@ bool RightWay(Condition condition, bool up)
 
 } // namespace
 
-// Time at which the running operation of `source` brings its command counter to `count`; infinite if it does not.
-double Chip::time_of_count(const Section &source, std::uint32_t count, double now_s)
+// Time at which the running operation of `source` brings its command counter to `count`; never if it does not.
+Moment Chip::time_of_count(const Section &source, std::uint32_t count, std::int64_t now_ns)
 {
     if (source.state != State::Running || source.distance == 0)
-        return never;
+        return {};
     const auto steps = static_cast<std::int64_t>(static_cast<std::int32_t>(count - source.base_counter1));
     const std::int64_t size = source.distance < 0 ? -source.distance : source.distance;
     const std::int64_t target = source.distance < 0 ? -steps : steps;
-    const std::int64_t done = travelled(source, now_s);
+    const std::int64_t done = travelled(source, now_ns);
     if (target > size || target <= (done < 0 ? -done : done))
-        return never;
+        return {};
     // The leader's pulse with which this axis takes the step; its share is rounded to the nearest.
     Section &leader = leader_of(source);
     std::int64_t pulses = target;
     if (&source != &leader)
         pulses = (target * leader.longest - leader.longest / 2 + size - 1) / size;
-    return Larger(now_s, leader.start_s + leader.profile.time_at(static_cast<double>(pulses)));
+    const Moment reached = leader.start_time.later(leader.profile.time_at(static_cast<double>(pulses)));
+    return reached.ns < now_ns ? Moment{now_ns, 0} : reached;
 }
 
-double Chip::comparator_time(const Section &waiting, double now_s)
+Moment Chip::comparator_time(const Section &waiting, std::int64_t now_ns)
 {
     const std::uint32_t mode = waiting.reg(Register::MODE);
     if (mode_field::start_trigger.get(mode) != static_cast<std::uint32_t>(StartTrigger::Comparator))
-        return never;
+        return {};
     const Section &source = sections_[trigger_axis.get(waiting.reg(Register::START_TRIGGER_ENV))];
     const std::uint32_t config = source.reg(Register::LIMIT_CONFIG);
     const auto condition = static_cast<Condition>(compare_condition.get(config));
     const std::uint32_t select = compared_counter.get(config);
     const std::uint32_t data = source.reg(Register::COMPARE_START_DATA);
     const std::uint32_t counter =
-        select == 0 ? counter1(source, now_s) : source.registers[WriteCode(Register::COUNTER1) - 0x80u + select];
+        select == 0 ? counter1(source, now_ns) : source.registers[WriteCode(Register::COUNTER1) - 0x80u + select];
     if (TrueNow(condition, counter, data))
-        return now_s;
+        return {now_ns, 0};
     if (condition == Condition::Off || select != 0 || !RightWay(condition, source.distance > 0))
-        return never;
-    return time_of_count(source, FirstCount(condition, data), now_s);
+        return {};
+    return time_of_count(source, FirstCount(condition, data), now_ns);
 }
 
 } // namespace trevik::virtual_card

@@ -1,9 +1,8 @@
 // The functions of TrevikVirtual.h.
 #include <trevik/TrevikVirtual.h>
 
+#include "platform/host/clock.h"
 #include "virtual/bus.h"
-
-#include <cmath>
 
 using namespace trevik::virtual_card;
 
@@ -17,7 +16,7 @@ uint32_t OnCard(uint8_t number, bool arguments_valid, Operation operation)
     const Bus::Hold card = TheBus().hold(number);
     if (!card)
         return TREVIK_ERR_HANDLE;
-    return arguments_valid ? operation(*card.operator->(), NowSeconds()) : TREVIK_ERR_PARAM;
+    return arguments_valid ? operation(*card.operator->(), trevik::host::NowNanoseconds()) : TREVIK_ERR_PARAM;
 }
 
 template <class Operation>
@@ -26,12 +25,6 @@ uint32_t OnAxis(uint8_t number, uint8_t axis, bool arguments_valid, Operation op
     if (axis < chip_axes)
         return OnCard(number, arguments_valid, operation);
     return TheBus().hold(number) ? TREVIK_ERR_AXIS : TREVIK_ERR_HANDLE;
-}
-
-// A span of time that ends on a whole nanosecond after it, so that the clock moved by it has passed the event.
-double RoundedUp(double seconds)
-{
-    return (std::ceil(seconds * 1e9) + 0.25) * 1e-9;
 }
 
 bool IsCounter(uint8_t counter)
@@ -52,46 +45,46 @@ uint32_t TrevikVirtual_cards_set(const char *cards)
 
 uint32_t TrevikVirtual_counter_read(uint8_t card, uint8_t axis, uint8_t counter, int32_t *value)
 {
-    return OnAxis(card, axis, IsCounter(counter) && value != nullptr, [=](Card &c, double now_s) {
-        *value = c.counter(axis, counter, now_s);
+    return OnAxis(card, axis, IsCounter(counter) && value != nullptr, [=](Card &c, std::int64_t now_ns) {
+        *value = c.counter(axis, counter, now_ns);
         return TREVIK_OK;
     });
 }
 
 uint32_t TrevikVirtual_counter_set(uint8_t card, uint8_t axis, uint8_t counter, int32_t value)
 {
-    return OnAxis(card, axis, IsCounter(counter), [=](Card &c, double now_s) {
-        c.set_counter(axis, counter, value, now_s);
+    return OnAxis(card, axis, IsCounter(counter), [=](Card &c, std::int64_t now_ns) {
+        c.set_counter(axis, counter, value, now_ns);
         return TREVIK_OK;
     });
 }
 
 uint32_t TrevikVirtual_position_read(uint8_t card, uint8_t axis, int32_t *pulses)
 {
-    return OnAxis(card, axis, pulses != nullptr, [=](Card &c, double now_s) {
-        *pulses = c.chip().position(axis, now_s);
+    return OnAxis(card, axis, pulses != nullptr, [=](Card &c, std::int64_t now_ns) {
+        *pulses = c.chip().position(axis, now_ns);
         return TREVIK_OK;
     });
 }
 
 uint32_t TrevikVirtual_position_set(uint8_t card, uint8_t axis, int32_t pulses)
 {
-    return OnAxis(card, axis, true, [=](Card &c, double now_s) {
-        return c.chip().move_by_hand(axis, pulses, now_s) ? TREVIK_OK : TREVIK_ERR_BUSY;
+    return OnAxis(card, axis, true, [=](Card &c, std::int64_t now_ns) {
+        return c.chip().move_by_hand(axis, pulses, now_ns) ? TREVIK_OK : TREVIK_ERR_BUSY;
     });
 }
 
 uint32_t TrevikVirtual_speed_read(uint8_t card, uint8_t axis, double *pulses_per_s)
 {
-    return OnAxis(card, axis, pulses_per_s != nullptr, [=](Card &c, double now_s) {
-        *pulses_per_s = c.chip().speed(axis, now_s);
+    return OnAxis(card, axis, pulses_per_s != nullptr, [=](Card &c, std::int64_t now_ns) {
+        *pulses_per_s = c.chip().speed(axis, now_ns);
         return TREVIK_OK;
     });
 }
 
 uint32_t TrevikVirtual_input_read(uint8_t card, uint8_t axis, uint8_t input, uint8_t *active)
 {
-    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT && active != nullptr, [=](Card &c, double) {
+    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT && active != nullptr, [=](Card &c, std::int64_t) {
         *active = c.chip().input(axis, static_cast<Input>(input));
         return TREVIK_OK;
     });
@@ -99,7 +92,7 @@ uint32_t TrevikVirtual_input_read(uint8_t card, uint8_t axis, uint8_t input, uin
 
 uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint8_t active)
 {
-    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT && active <= 1, [=](Card &c, double) {
+    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT && active <= 1, [=](Card &c, std::int64_t) {
         c.chip().set_input(axis, static_cast<Input>(input), active != 0);
         return TREVIK_OK;
     });
@@ -107,15 +100,16 @@ uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint
 
 uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds)
 {
-    return OnCard(card, seconds != nullptr, [=](Card &c, double now_s) {
-        *seconds = RoundedUp(c.chip().next_event(now_s) - now_s);
+    return OnCard(card, seconds != nullptr, [=](Card &c, std::int64_t now_ns) {
+        const std::int64_t event_ns = c.chip().next_event(now_ns);
+        *seconds = event_ns == never_ns ? never : static_cast<double>(event_ns - now_ns) * 1e-9;
         return TREVIK_OK;
     });
 }
 
 uint32_t TrevikVirtual_refuse(uint8_t card, uint32_t skip, uint32_t count, uint32_t error)
 {
-    return OnCard(card, count == 0 || error != 0, [=](Card &c, double) {
+    return OnCard(card, count == 0 || error != 0, [=](Card &c, std::int64_t) {
         c.refuse(skip, count, error);
         return TREVIK_OK;
     });

@@ -1,6 +1,7 @@
 // The cards of the machine, their requests, and the machine around them.
 #include "support/virtual_machine.h"
 
+#include "platform/host/clock.h"
 #include "virtual/bus.h"
 #include "virtual/request_log.h"
 
@@ -87,7 +88,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "the machine around a card")
     const auto words = [] {
         const auto card = virtual_card::TheBus().hold(0);
         const std::uint32_t extended =
-            card->chip().read(3, ReadCode(StatusRegister::EXT_STATUS), virtual_card::NowSeconds());
+            card->chip().read(3, ReadCode(StatusRegister::EXT_STATUS), host::NowNanoseconds());
         return std::array<std::uint32_t, 2>{card->chip().sub_status(3), extended};
     };
     for (const Row &row : rows) {

@@ -1,6 +1,7 @@
 // What virtual cards do in motion, through the public functions.
 #include "support/virtual_machine.h"
 
+#include "platform/host/clock.h"
 #include "virtual/bus.h"
 
 #include <array>
@@ -27,7 +28,7 @@ template <class Operation>
 void OnChip(Operation operation)
 {
     const auto card = trevik::virtual_card::TheBus().hold(0);
-    operation(card->chip(), trevik::virtual_card::NowSeconds());
+    operation(card->chip(), trevik::host::NowNanoseconds());
 }
 
 // Random numbers of a case; the seed is printed when a check in it fails.
@@ -269,7 +270,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the simultaneous-start signal"
     CHECK(TrevikA_T_position_move(0, 2, 100, 0, 1000, 1000, 0, 0, 1) == TREVIK_OK);
     TrevikHost_advance(10);
     CHECK((!idle(0) && !idle(2) && at(0) == 0 && at(2) == 0));
-    OnChip([](Chip &chip, double now_s) { chip.command(0xF, 0x06, now_s); });
+    OnChip([](Chip &chip, std::int64_t now_ns) { chip.command(0xF, 0x06, now_ns); });
     run_out();
     CHECK((at(0) == 100 && at(1) == 50 && at(2) == 100));
 }
@@ -290,9 +291,9 @@ TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the comparator start trigger")
     for (const Row &row : rows) {
         CAPTURE(row.condition);
         const VirtualMachine machine;
-        OnChip([&](Chip &chip, double now_s) {
-            chip.write(0, limit_config, row.condition << 18, now_s);
-            chip.write(0, compare_start_data, 2500, now_s);
+        OnChip([&](Chip &chip, std::int64_t now_ns) {
+            chip.write(0, limit_config, row.condition << 18, now_ns);
+            chip.write(0, compare_start_data, 2500, now_ns);
         });
         CHECK(TrevikA_T_position_move(0, 1, 100, 0, 1000, 1000, 0, 0, 2) == TREVIK_OK);
         const bool below = row.condition == 4; // true from the start
