@@ -5,14 +5,12 @@ namespace trevik
 namespace
 {
 
-// Rate of a ramp over `clocks_per_period` reference clocks for each step of the rate.
-std::uint32_t RampRate(double time_s, std::uint32_t clocks_per_period)
+// Rate of a ramp that takes `periods` reference clocks for each step of the rate; `flat`: there is nothing to ramp.
+std::uint32_t RampRate(double time_s, std::uint32_t periods, bool flat)
 {
     if (time_s == 0.0)
         return 1;
-    if (clocks_per_period == 0)
-        return highest_register;
-    return QuotientToRate(time_s * reference_clock_hz / clocks_per_period);
+    return flat ? highest_register : QuotientToRate(time_s * reference_clock_hz / periods);
 }
 
 } // namespace
@@ -46,13 +44,16 @@ std::uint32_t QuotientToRate(double quotient)
 
 std::uint32_t TimeToRateT(double time_s, std::uint32_t start, std::uint32_t maximum)
 {
-    return RampRate(time_s, (maximum - start) * 4);
+    return RampRate(time_s, (maximum - start) * 4, maximum == start);
 }
 
 std::uint32_t TimeToRateS(double time_s, std::uint32_t start, std::uint32_t maximum, std::uint32_t s_range)
 {
     const std::uint32_t rise = maximum - start;
-    return RampRate(time_s, s_range == 0 ? rise * 8 : (rise + 2 * s_range) * 4);
+    if (s_range == 0)
+        return RampRate(time_s, rise * 8, rise == 0);
+    const std::uint32_t periods = (rise + 2 * s_range) * 4;
+    return RampRate(time_s, periods, periods == 0);
 }
 
 bool CheckSCurveTimes(std::uint32_t start_speed, std::uint32_t max_speed, std::uint32_t ramp_ms, std::uint32_t s_ms,

@@ -2,7 +2,9 @@
 #include <fmt/format.h>
 #include <trevik/TrevikA.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <exception>
