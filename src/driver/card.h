@@ -31,7 +31,7 @@ class Card
             return Result::Ok;
         if (!state_->DriverHandle.open())
             return Result::Handle;
-        const auto word = static_cast<std::uint16_t>((axis_set << 8) | static_cast<unsigned>(command));
+        const auto word = static_cast<std::uint16_t>(unsigned{axis_set} << 8 | static_cast<unsigned>(command));
         return PortWrite(state_->DriverHandle.get(), static_cast<std::uint32_t>(Port::Command), word);
     }
 

@@ -51,6 +51,7 @@ struct AxisShadow {
 class HandleSlot
 {
   public:
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a handle is a number that the system calls a pointer
     os::HANDLE get() const { return reinterpret_cast<os::HANDLE>(~static_cast<std::uintptr_t>(complement_)); }
     void set(os::HANDLE handle) { complement_ = ~reinterpret_cast<std::uintptr_t>(handle); }
     bool open() const { return complement_ != 0; }

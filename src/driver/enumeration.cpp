@@ -37,7 +37,7 @@ class DeviceInfoSet
 
     os::DWORD count() const
     {
-        os::SP_DEVICE_INTERFACE_DATA data;
+        os::SP_DEVICE_INTERFACE_DATA data{};
         os::DWORD number = 0;
         while (interface(number, data))
             ++number;
@@ -99,9 +99,10 @@ void CloseHeld(CardTable &cards, const char *path)
 void RememberPath(unsigned card, const char *path)
 {
     auto &held = held_paths[card];
+    const std::size_t size = std::strlen(path) + 1;
     held[0] = '\0';
-    if (std::strlen(path) < held.size())
-        std::strcpy(held.data(), path);
+    if (size <= held.size())
+        std::memcpy(held.data(), path, size);
 }
 
 CardModel QueryModel(os::HANDLE handle)
@@ -170,7 +171,7 @@ os::HANDLE EnumerateCards(CardTable &cards)
 
     os::HANDLE last = os::InvalidHandle();
     for (os::DWORD index = 0; index < count; ++index) {
-        os::SP_DEVICE_INTERFACE_DATA data;
+        os::SP_DEVICE_INTERFACE_DATA data{};
         if (!set.interface(index, data)) {
             std::printf("SetupDiEnumDeviceInterfaces failed, Error: %d", static_cast<int>(os::GetLastError()));
             return os::InvalidHandle();

@@ -21,7 +21,11 @@ class Relaxed
         return *this;
     }
     Relaxed(const Relaxed &other) : value_(static_cast<T>(other)) {}
-    Relaxed &operator=(const Relaxed &other) { return *this = static_cast<T>(other); }
+    Relaxed &operator=(const Relaxed &other)
+    {
+        *this = static_cast<T>(other);
+        return *this;
+    }
     ~Relaxed() = default;
 
   private:

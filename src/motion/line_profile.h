@@ -35,7 +35,7 @@ struct LineRamps {
 // One profile for each axis of the line, in the order of its distances.
 struct LinePlan {
     std::array<ProfileRegisters, most_line_axes> profiles;
-    RampDownCase rampdown;
+    RampDownCase rampdown = RampDownCase::Automatic;
 };
 
 // Share of the path speed at which the longest axis runs: its distance over the length of the path; 0 for a line

@@ -24,7 +24,7 @@ Result TPositionMove(const Axis &axis, Destination destination, MoveSpeeds speed
 // The register values of a T-curve move over `distance` pulses (an absolute value), without its distance.
 struct TPositionPlan {
     ProfileRegisters profile;
-    RampDownCase rampdown;
+    RampDownCase rampdown = RampDownCase::Automatic;
 };
 TPositionPlan PlanTPosition(MoveSpeeds speeds, RampTimes times, std::uint32_t multiplier, std::uint32_t distance);
 

@@ -53,7 +53,8 @@ using Words = RequestBuffer<96>;
 Words Copy(const void *bytes, std::uint32_t size)
 {
     Words words;
-    std::memcpy(words.data(), bytes, size < Words::size ? size : Words::size);
+    if (size != 0)
+        std::memcpy(words.data(), bytes, size < Words::size ? size : Words::size);
     return words;
 }
 

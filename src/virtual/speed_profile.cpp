@@ -211,8 +211,10 @@ double SpeedProfile::speed_at(double time_s)
 
 double SpeedProfile::time_at(double distance)
 {
-    if (distance >= distance_)
-        return distance > distance_ ? never : duration_s_;
+    if (distance > distance_)
+        return never;
+    if (distance == distance_)
+        return duration_s_;
     unsigned i = 0;
     while (i + 1 < count_ && pieces_[i + 1].start_distance <= distance)
         ++i;

@@ -83,7 +83,7 @@ class SpeedProfile
     void plan_manual(const ProfileInput &input, double end_pps);
     const Piece &piece_at(double time_s);
 
-    std::array<Piece, most_pieces> pieces_;
+    std::array<Piece, most_pieces> pieces_{};
     unsigned count_ = 0;
     unsigned last_used_ = 0;
     // Where the pieces so far end.

@@ -148,23 +148,26 @@ void Page::DrawTitle(const DrawingTitle &title)
 void Page::DrawTicksAcross(const Scale &across, const Scale &up)
 {
     const double step = TickStep(across.values.Size(), 9);
-    for (double value = std::ceil(across.values.low / step) * step; value <= across.values.high; value += step) {
+    const long last = std::lround(std::floor(across.values.high / step));
+    for (long tick = std::lround(std::ceil(across.values.low / step)); tick <= last; ++tick) {
+        const double value = static_cast<double>(tick) * step;
         const double at = across.At(value);
         Put("<path class=\"grid\" d=\"M{0:.1f} {1:.1f}V{2:.1f}\"/>"
             "<text x=\"{0:.1f}\" y=\"{3:.1f}\" text-anchor=\"middle\">{4:g}</text>\n",
-            at, up.low_at, up.high_at, up.low_at + 18, std::fabs(value) < step / 1e6 ? 0 : value);
+            at, up.low_at, up.high_at, up.low_at + 18, value);
     }
 }
 
 void Page::DrawTicksUp(const Scale &across, const Scale &up)
 {
     const double step = TickStep(up.values.Size(), (up.low_at - up.high_at) / 50);
-    for (double value = std::ceil(up.values.low / step) * step; value <= up.values.high; value += step) {
+    const long last = std::lround(std::floor(up.values.high / step));
+    for (long tick = std::lround(std::ceil(up.values.low / step)); tick <= last; ++tick) {
+        const double value = static_cast<double>(tick) * step;
         const double at = up.At(value);
         Put("<path class=\"grid\" d=\"M{0:.1f} {1:.1f}H{2:.1f}\"/>"
             "<text x=\"{3:.1f}\" y=\"{4:.1f}\" text-anchor=\"end\">{5:g}</text>\n",
-            across.low_at, at, across.high_at, across.low_at - 7, at + 4.5,
-            std::fabs(value) < step / 1e6 ? 0 : value);
+            across.low_at, at, across.high_at, across.low_at - 7, at + 4.5, value);
     }
 }
 
