@@ -1,6 +1,8 @@
 // Request logs of whole position moves, worked out by hand.
 #include "support/recording_driver.h"
 
+#include "api/card_manager.h"
+
 #include <doctest/doctest.h>
 
 using namespace trevik;
@@ -128,6 +130,39 @@ TEST_CASE_FIXTURE(Fixture, "refusals write nothing, and what they leave behind c
     driver.forget();
     CHECK(TrevikA_T_position_move(0, 3, 100, 0, 0, 1000, 0, 0, 0) == TREVIK_ERR_BUSY);
     CHECK(driver.log() == "read   axis 3  main status -> 0x0000\n");
+}
+
+TEST_CASE_FIXTURE(Fixture, "after an arc that ended short, a relative move starts from where the arc was to end")
+{
+    Axis axis;
+    REQUIRE(manager.checked(0, 1, axis) == Result::Ok);
+    const auto arc_ended = [&](std::int32_t target, std::int32_t position) {
+        axis.shadow().LastTarget = Pulses(target);
+        axis.shadow().LastMoveWasArc = std::uint8_t{1};
+        axis.shadow().MoveIssued = std::uint8_t{1};
+        driver.reg(1, Register::COUNTER1) = Pulses(position);
+        driver.forget();
+    };
+    axis.shadow().BacklashEnabled = std::uint8_t{1};
+    arc_ended(1000, 997);
+    CHECK(TrevikA_T_position_move(0, 1, 0, 0, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+    const std::string log = driver.log();
+    CHECK(log.find("DISTANCE = 3\n") != std::string::npos);
+    CHECK(log.find("MODE = 0x05002049\n") != std::string::npos); // with backlash correction
+    // Used up: the next move that stands at 1000 has nothing to make good.
+    driver.reg(1, Register::COUNTER1) = 1000;
+    CHECK(TrevikA_T_position_move(0, 1, 0, 0, 1000, 1000, 0, 0, 0) == TREVIK_ERR_PARAM);
+
+    // An absolute move needs no correction and leaves the arc marked; lines correct each axis.
+    arc_ended(1000, 997);
+    CHECK(TrevikA_T_position_move(0, 1, 1000, 1, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+    CHECK(driver.log().find("DISTANCE = 3\n") != std::string::npos);
+    CHECK(axis.shadow().LastMoveWasArc == 1);
+    arc_ended(1000, 1004);
+    const std::uint8_t relative[4] = {0, 0, 0, 0};
+    CHECK(TrevikA_T_LINE2_move(0, 0, 50, 60, relative, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+    CHECK(driver.log().find("axis 1  DISTANCE = 56\n") != std::string::npos);
+    CHECK(axis.shadow().LastTarget == 1060u);
 }
 
 TEST_CASE_FIXTURE(Fixture, "the end of a running move changes, measured from its start")

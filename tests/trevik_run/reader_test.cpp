@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "trevik-run/run.h"
+
 using namespace trevik_run;
 
 namespace
@@ -141,6 +143,8 @@ TEST_CASE("reader: every error names line, column and word")
         {"G92 G0 X1", 1, 1, "G92", "shares"},
         {"G53 X1", 1, 1, "G53", "G0 or G1"},
         {"G0 (open\nX1", 1, 4, "(open", "not closed"},
+        {"G0 (a (b) X1", 1, 7, "(", "within a comment"},
+        {"G4 P500000", 1, 4, "P500000", "seconds"},
     };
     for (const Case &c : cases) {
         CAPTURE(std::string(c.text));
@@ -152,4 +156,33 @@ TEST_CASE("reader: every error names line, column and word")
         CHECK(error.what.find(c.what) != std::string::npos);
     }
     CHECK(ErrorOf("\nG2").Message("a.ngc").rfind("a.ngc:2:1: G2: arcs", 0) == 0);
+    CHECK(ErrorOf("X1 \x1b[m").Message("a.ngc").rfind("a.ngc:1:4: \\x1B: a word", 0) == 0);
+}
+
+TEST_CASE("reader: errors of a whole part name column and word too")
+{
+    struct Case {
+        const char *text;
+        std::uint32_t line;
+        std::uint32_t column;
+        const char *word;
+    };
+    const Case cases[] = {
+        {"\xEF\xBB\xBF/N5 G0 Y1 X99999999", 1, 11, "X99999999"},
+        {"G1 X1 F600\n\n X5000000\n\tY3 x -5000000", 4, 5, "x -5000000"}, // too far in one move
+        {"G1 X1 F9999999", 1, 7, "F9999999"},
+        {"G1 X1 F0.001\nY1", 1, 7, "F0.001"},
+        {"F600 G1 X1\nF9999999\n(on) Y2 X3", 3, 6, "Y2"}, // the feed stands on another line
+    };
+    for (const Case &c : cases) {
+        CAPTURE(std::string(c.text));
+        try {
+            const Part part(c.text, {}, {});
+            FAIL_CHECK("no error");
+        } catch (const PartError &error) {
+            CHECK(error.line == c.line);
+            CHECK(error.column == c.column);
+            CHECK(error.word == std::string(c.word));
+        }
+    }
 }

@@ -29,7 +29,11 @@ void CheckTarget(const Move &move, const Machine &machine)
 void CheckDistance(const Move &move, const Piece &piece)
 {
     if (piece.longest > std::numeric_limits<std::int32_t>::max()) {
-        throw PartError{move.line, 1, "",
+        std::size_t axis = 0;
+        while (std::fabs(piece.delta[axis]) != piece.longest) {
+            ++axis;
+        }
+        throw PartError{move.line, 1, std::string(1, axis_letters[axis]),
                         fmt::format("a move over {:.0f} pulses, beyond the card's 32 bits; make "
                                     "two moves of it",
                                     piece.longest)};
@@ -48,13 +52,21 @@ double Seconds(const Move &move, const Vec4 &from, double feed_length, const Mac
 
 void CheckSpeed(const Move &move, double speed_pps)
 {
-    if (speed_pps <= max_speed_pps) {
-        return;
+    const char *const word = move.kind == MoveKind::feed ? "F" : "G";
+    if (speed_pps > max_speed_pps) {
+        throw PartError{
+            move.line, 1, word,
+            fmt::format("this move needs {:.0f} pulses/s, the card makes {:.0f}; lower the feed, the rapid "
+                        "speed or the pulses per unit",
+                        speed_pps, max_speed_pps)};
     }
-    throw PartError{move.line, 1, move.kind == MoveKind::feed ? "F" : "G0",
-                    fmt::format("this move needs {:.0f} pulses/s, the card makes {:.0f}; lower the feed, the rapid "
-                                "speed or the pulses per unit",
-                                speed_pps, max_speed_pps)};
+    if (speed_pps < min_speed_pps) {
+        throw PartError{
+            move.line, 1, word,
+            fmt::format("this move needs {:.2g} pulses/s, the card makes no fewer than {:.0f}; raise the "
+                        "feed, the rapid speed or the pulses per unit",
+                        speed_pps, min_speed_pps)};
+    }
 }
 
 // A line takes at least two axes: the lowest idle ones join.
@@ -99,7 +111,7 @@ CheckedProgram CheckProgram(Program &program, const Machine &machine)
                 MakePathLine(from, move.target, machine).Length() / Seconds(move, from, feed_length, machine);
             CheckSpeed(move, speed_pps);
             move.length_pulses = static_cast<float>(piece.length);
-            move.speed_pps = static_cast<float>(std::max(speed_pps, 1.0));
+            move.speed_pps = static_cast<float>(speed_pps);
             checked.axes |= MovingAxes(piece);
             checked.top_pps = std::max(checked.top_pps, static_cast<double>(move.speed_pps));
             checked.path_mm += feed_length;

@@ -12,6 +12,7 @@ namespace
 {
 
 constexpr double mm_per_inch = 25.4;
+constexpr double longest_dwell_s = 86400;
 
 enum class Motion : std::uint8_t { none, rapid, feed };
 
@@ -332,6 +333,9 @@ void Interpreter::ApplyDwell(const Block &block)
     if (block.dwell.value < 0) {
         lexer_.Fail(block.dwell, "a time below 0; write the seconds to wait");
     }
+    if (block.dwell.value > longest_dwell_s) {
+        lexer_.Fail(block.dwell, "more than a day; P counts seconds, not milliseconds");
+    }
     Move move;
     move.target = position_;
     move.kind = MoveKind::dwell;
@@ -403,10 +407,6 @@ void Interpreter::AddMove(const Vec4 &target, bool rapid, const Word &word)
 
 Program ReadProgram(std::string_view text, const ReaderOptions &options)
 {
-    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-    if (text.substr(0, byte_order_mark.size()) == byte_order_mark) {
-        text.remove_prefix(byte_order_mark.size());
-    }
     return Interpreter(text, options).Run();
 }
 

@@ -28,6 +28,16 @@ constexpr std::array<double, max_digits + 1> powers_of_ten = {
 
 } // namespace
 
+Lexer::Lexer(std::string_view text)
+{
+    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    if (text.substr(0, byte_order_mark.size()) == byte_order_mark) {
+        text.remove_prefix(byte_order_mark.size());
+    }
+    at_ = text.data();
+    end_ = text.data() + text.size();
+}
+
 bool Lexer::NextLine()
 {
     if (line_ > 0) {
@@ -71,8 +81,11 @@ bool Lexer::TakeLeading(char character)
 void Lexer::SkipComment()
 {
     const char *const begin = at_;
-    while (at_ < end_ && *at_ != ')' && *at_ != '\n') {
+    do {
         ++at_;
+    } while (at_ < end_ && *at_ != ')' && *at_ != '(' && *at_ != '\n');
+    if (at_ < end_ && *at_ == '(') {
+        Fail({.column = Column(at_), .text = {at_, 1}}, "a comment within a comment; remove the inner parentheses");
     }
     if (at_ == end_ || *at_ == '\n') {
         Fail({.column = Column(begin), .text = Trimmed(begin, at_)}, "the comment is not closed; end it with )");
@@ -163,6 +176,28 @@ std::string_view Lexer::Trimmed(const char *begin, const char *end)
         --end;
     }
     return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+void LocateWord(std::string_view text, PartError &error)
+{
+    const char letter = error.word.empty() ? '\0' : error.word.front();
+    Lexer lexer(text);
+    while (lexer.Line() < error.line) {
+        if (!lexer.NextLine()) {
+            return;
+        }
+    }
+    lexer.TakeLeading('/');
+    Word first;
+    for (Word word; lexer.NextWord(word);) {
+        first = first.letter == 0 ? word : first;
+        if (word.letter == letter) {
+            first = word;
+            break;
+        }
+    }
+    error.column = first.column;
+    error.word = first.text;
 }
 
 void Lexer::Fail(const Word &word, const char *what) const

@@ -20,7 +20,7 @@ struct Word {
 class Lexer
 {
   public:
-    explicit Lexer(std::string_view text) : at_(text.data()), end_(text.data() + text.size()) {}
+    explicit Lexer(std::string_view text);
 
     // Goes to the next line; false at the end of the text.
     bool NextLine();
@@ -42,10 +42,15 @@ class Lexer
     std::uint32_t Column(const char *position) const;
     static std::string_view Trimmed(const char *begin, const char *end);
 
-    const char *at_;
-    const char *end_;
+    const char *at_ = nullptr;
+    const char *end_ = nullptr;
     const char *line_begin_ = nullptr;
     std::uint32_t line_ = 0;
 };
+
+// Completes an error that was found after reading and knows its line and a letter: the column and the text of that
+// line's first word with the letter. Where there is none, a modal word of an earlier line is meant: the line's
+// first.
+void LocateWord(std::string_view text, PartError &error);
 
 } // namespace trevik_run

@@ -11,6 +11,7 @@ namespace trevik_run
 {
 
 constexpr double max_speed_pps = 6553500; // the card's highest speed
+constexpr double min_speed_pps = 1;       // speeds are whole numbers
 
 struct Machine {
     Vec4 pulses_per_unit = {400, 400, 400, 100}; // per mm, for A per degree

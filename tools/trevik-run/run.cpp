@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "trevik-run/interpreter.h"
+#include "trevik-run/lexer.h"
 #include "trevik-run/planner.h"
 
 namespace trevik_run
@@ -30,11 +31,21 @@ void Describe(const Part &part, const Machine &machine, Report &report)
     report.programmed = ToPulses(program.moves.empty() ? program.start : program.moves.back().target, machine);
 }
 
+CheckedProgram Checked(Program &program, std::string_view text, const Machine &machine)
+{
+    try {
+        return CheckProgram(program, machine);
+    } catch (PartError &error) {
+        LocateWord(text, error);
+        throw;
+    }
+}
+
 } // namespace
 
 Part::Part(std::string_view text, const Options &options, const Vec4 &start)
     : program_(ReadProgram(text, {options.block_delete, start})),
-      checked_(CheckProgram(program_, options.machine)),
+      checked_(trevik_run::Checked(program_, text, options.machine)),
       ramps_(checked_.top_pps, WantedAcceleration(options.machine))
 {
     PlanSpeeds(program_, options.machine, ramps_);
