@@ -38,6 +38,20 @@ std::uint32_t EarlierAxisEntry(std::uint8_t card, std::uint8_t axis, Operation o
     return ToCode(operation(checked, arguments...));
 }
 
+// For S-curve moves that take whole ramp times and S times: the times are checked before the card is, and the
+// operation gets the speeds gained in the curved sections.
+template <class Operation, class... Arguments>
+std::uint32_t EarlierCardEntry(std::uint8_t card, const SRampTimes &times, Operation operation,
+                               Arguments... arguments)
+{
+    if (SimulationOn())
+        return TREVIK_OK;
+    SRangeSpeeds ranges;
+    if (!times.ranges(ranges))
+        return TREVIK_ERR_PARAM;
+    return EarlierCardEntry(card, operation, ranges, arguments...);
+}
+
 template <class Operation, class... Arguments>
 std::uint32_t CardEntry(std::uint8_t card, Operation operation, Arguments... arguments)
 {
@@ -52,27 +66,6 @@ std::uint32_t AxisEntry(std::uint8_t card, std::uint8_t axis, Operation operatio
     if (!SimulationOn() && manager.unsupported(card))
         return TREVIK_ERR_MODEL;
     return EarlierAxisEntry(card, axis, operation, arguments...);
-}
-
-// For S-curve moves that take whole ramp times and S times: the times are checked before the card is, and the
-// operation gets the speeds gained in the curved sections.
-template <class Operation, class... Arguments>
-std::uint32_t CardEntry(std::uint8_t card, const SRampTimes &times, Operation operation, Arguments... arguments)
-{
-    if (SimulationOn())
-        return TREVIK_OK;
-    if (manager.unsupported(card))
-        return TREVIK_ERR_MODEL;
-    SRangeSpeeds ranges;
-    if (!times.ranges(ranges))
-        return TREVIK_ERR_PARAM;
-    return CardEntry(card, operation, ranges, arguments...);
-}
-
-// Times arrive in milliseconds and are converted once, here at the border.
-constexpr double Seconds(std::uint32_t milliseconds)
-{
-    return milliseconds / 1000.0;
 }
 
 } // namespace trevik

@@ -26,14 +26,21 @@ std::uint32_t LibraryClose()
     return TREVIK_OK;
 }
 
+Result CardResourceWord(const Card &card, std::uint16_t *resource_word)
+{
+    if (resource_word == nullptr)
+        return Result::Param;
+    *resource_word = card.state().Record.ResourceWord;
+    return Result::Ok;
+}
+
 Result CardInfo(const Card &card, std::uint8_t *model, std::uint16_t *resource_word)
 {
     if (model == nullptr || resource_word == nullptr)
         return Result::Param;
-    const CardRecord &record = card.state().Record;
-    *resource_word = record.ResourceWord;
-    *model = static_cast<std::uint8_t>(record.Model.operator CardModel());
-    return Result::Ok;
+    const CardModel found = card.state().Record.Model;
+    *model = static_cast<std::uint8_t>(found);
+    return CardResourceWord(card, resource_word);
 }
 
 } // namespace trevik

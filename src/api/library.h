@@ -16,6 +16,7 @@ std::uint32_t LibraryInitial(const char *trace_line);
 
 std::uint32_t LibraryClose();
 
+Result CardResourceWord(const Card &card, std::uint16_t *resource_word);
 Result CardInfo(const Card &card, std::uint8_t *model, std::uint16_t *resource_word);
 
 } // namespace trevik

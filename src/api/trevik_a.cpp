@@ -4,8 +4,8 @@
 
 #include "api/entry.h"
 #include "api/library.h"
+#include "api/line_entry.h"
 #include "motion/continuous.h"
-#include "motion/line.h"
 #include "motion/position_move.h"
 #include "motion/speed_range.h"
 #include "motion/stop.h"
@@ -13,47 +13,6 @@
 #include "status/position.h"
 
 using namespace trevik;
-
-namespace
-{
-
-MoveSpeeds Speeds(std::uint32_t start, std::uint32_t maximum)
-{
-    return {start, maximum};
-}
-
-RampTimes Times(std::uint32_t accel_ms, std::uint32_t decel_ms)
-{
-    return {Seconds(accel_ms), Seconds(decel_ms)};
-}
-
-LineRamps TRamps(std::uint32_t accel_ms, std::uint32_t decel_ms)
-{
-    LineRamps ramps;
-    ramps.times = Times(accel_ms, decel_ms);
-    return ramps;
-}
-
-LineRamps STimeRamps(std::uint32_t accel_ms, std::uint32_t decel_ms, std::uint32_t s_accel_ms,
-                     std::uint32_t s_decel_ms)
-{
-    LineRamps ramps{
-        LineRamps::Kind::STimes, Times(accel_ms, decel_ms), accel_ms, decel_ms, s_accel_ms, s_decel_ms, {}};
-    return ramps;
-}
-
-// The 4-axis S-curve line: ranges come from the entry's check of the ramp times.
-Result SRangeLine4(const Card &card, SRangeSpeeds ranges, const LineDestination &destination, MoveSpeeds speeds,
-                   RampTimes times, std::uint8_t trigger)
-{
-    LineRamps ramps;
-    ramps.kind = LineRamps::Kind::SRanges;
-    ramps.times = times;
-    ramps.ranges = ranges;
-    return LineMove(card, all_four_axes, destination, speeds, ramps, trigger);
-}
-
-} // namespace
 
 // Library
 
@@ -95,8 +54,8 @@ uint32_t TREVIK_CALL TrevikA_T_position_move(uint8_t card, uint8_t axis, uint32_
                                              uint32_t startSpeed, uint32_t maxSpeed, uint32_t accelTime,
                                              uint32_t decelTime, uint8_t trigger)
 {
-    return AxisEntry(card, axis, TPositionMove, Destination{distance, absolute != 0}, Speeds(startSpeed, maxSpeed),
-                     Times(accelTime, decelTime), trigger);
+    return AxisEntry(card, axis, TPositionMove, Destination{distance, absolute != 0},
+                     MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime, decelTime), trigger);
 }
 
 uint32_t TREVIK_CALL TrevikA_position_change(uint8_t card, uint8_t axis, uint32_t position, uint8_t absolute)
@@ -128,7 +87,7 @@ uint32_t TREVIK_CALL TrevikA_T_LINE2_move(uint8_t card, uint8_t axis_set, int32_
                                           uint32_t accel_ms, uint32_t decel_ms, uint8_t trigger)
 {
     return CardEntry(card, LineMove, AxisPair(axis_set), LineDestination{{pos_a, pos_b}, abs_flags},
-                     Speeds(start_speed, max_speed), TRamps(accel_ms, decel_ms), trigger);
+                     MoveSpeeds{start_speed, max_speed}, TRamps(Seconds(accel_ms, decel_ms)), trigger);
 }
 
 uint32_t TREVIK_CALL TrevikA_T_LINE3_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
@@ -136,7 +95,7 @@ uint32_t TREVIK_CALL TrevikA_T_LINE3_move(uint8_t card, uint8_t axis_set, int32_
                                           uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms, uint8_t trigger)
 {
     return CardEntry(card, LineMove, AxisTriple(axis_set), LineDestination{{pos_a, pos_b, pos_c}, abs_flags},
-                     Speeds(start_speed, max_speed), TRamps(accel_ms, decel_ms), trigger);
+                     MoveSpeeds{start_speed, max_speed}, TRamps(Seconds(accel_ms, decel_ms)), trigger);
 }
 
 uint32_t TREVIK_CALL TrevikA_T_LINE4_move(uint8_t card, int32_t pos_0, int32_t pos_1, int32_t pos_2, int32_t pos_3,
@@ -144,7 +103,7 @@ uint32_t TREVIK_CALL TrevikA_T_LINE4_move(uint8_t card, int32_t pos_0, int32_t p
                                           uint32_t accel_ms, uint32_t decel_ms, uint8_t trigger)
 {
     return CardEntry(card, LineMove, all_four_axes, LineDestination{{pos_0, pos_1, pos_2, pos_3}, abs_flags},
-                     Speeds(start_speed, max_speed), TRamps(accel_ms, decel_ms), trigger);
+                     MoveSpeeds{start_speed, max_speed}, TRamps(Seconds(accel_ms, decel_ms)), trigger);
 }
 
 uint32_t TREVIK_CALL TrevikA_S_LINE2_move(uint8_t card, uint8_t axis_set, int32_t pos_a, int32_t pos_b,
@@ -153,7 +112,7 @@ uint32_t TREVIK_CALL TrevikA_S_LINE2_move(uint8_t card, uint8_t axis_set, int32_
                                           uint32_t s_decel_ms, uint8_t trigger)
 {
     return CardEntry(card, LineMove, AxisPair(axis_set), LineDestination{{pos_a, pos_b}, abs_flags},
-                     Speeds(start_speed, max_speed), STimeRamps(accel_ms, decel_ms, s_accel_ms, s_decel_ms),
+                     MoveSpeeds{start_speed, max_speed}, STimeRamps(accel_ms, decel_ms, s_accel_ms, s_decel_ms),
                      trigger);
 }
 
@@ -163,7 +122,7 @@ uint32_t TREVIK_CALL TrevikA_S_LINE3_move(uint8_t card, uint8_t axis_set, int32_
                                           uint32_t s_accel_ms, uint32_t s_decel_ms, uint8_t trigger)
 {
     return CardEntry(card, LineMove, AxisTriple(axis_set), LineDestination{{pos_a, pos_b, pos_c}, abs_flags},
-                     Speeds(start_speed, max_speed), STimeRamps(accel_ms, decel_ms, s_accel_ms, s_decel_ms),
+                     MoveSpeeds{start_speed, max_speed}, STimeRamps(accel_ms, decel_ms, s_accel_ms, s_decel_ms),
                      trigger);
 }
 
@@ -173,8 +132,8 @@ uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0, int32_t p
                                           uint32_t s_decel_ms, uint8_t trigger)
 {
     return CardEntry(card, SRampTimes{start_speed, max_speed, accel_ms, decel_ms, s_accel_ms, s_decel_ms},
-                     SRangeLine4, LineDestination{{pos_0, pos_1, pos_2, pos_3}, abs_flags},
-                     Speeds(start_speed, max_speed), Times(accel_ms, decel_ms), trigger);
+                     SRangeLine, all_four_axes, LineDestination{{pos_0, pos_1, pos_2, pos_3}, abs_flags},
+                     MoveSpeeds{start_speed, max_speed}, Seconds(accel_ms, decel_ms), trigger);
 }
 
 // Continuous motion

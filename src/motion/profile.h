@@ -28,6 +28,16 @@ struct RampTimes {
     double decel_s = 0;
 };
 
+// Milliseconds of the current interface as the seconds that operations count in.
+constexpr double Seconds(std::uint32_t milliseconds)
+{
+    return milliseconds / 1000.0;
+}
+constexpr RampTimes Seconds(std::uint32_t accel_ms, std::uint32_t decel_ms)
+{
+    return {Seconds(accel_ms), Seconds(decel_ms)};
+}
+
 // Speed gained in each curved section of an S-curve ramp, pulses/s.
 struct SRangeSpeeds {
     std::int32_t accel_pps = 0;

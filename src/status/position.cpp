@@ -19,4 +19,14 @@ Result CurrentPositionSet(const Axis &axis, std::uint32_t position)
     return result;
 }
 
+Result CorrectCurrentPosition(const Axis &axis)
+{
+    if (!Idle(axis))
+        return Result::Ok;
+    std::uint32_t position = axis.shadow().LastTarget;
+    const Result result = axis.read(Register::COUNTER1, position);
+    axis.shadow().LastTarget = position;
+    return result;
+}
+
 } // namespace trevik
