@@ -18,11 +18,6 @@ double SpeedUnit(std::uint32_t multiplier)
     return 300.0 / (multiplier + 1.0);
 }
 
-bool IsPreset(unsigned index)
-{
-    return index <= WriteCode(Register::PRESET_ARC_STEPS) - first_write_code;
-}
-
 bool ActiveInput(std::uint32_t inputs, Input input)
 {
     return (inputs >> static_cast<unsigned>(input) & 1) != 0;
@@ -150,13 +145,17 @@ void Chip::write(unsigned axis, std::uint32_t write_code, std::uint32_t value, s
     advance(now_ns);
     Section &section = sections_[axis];
     const unsigned index = write_code - first_write_code;
-    if (IsPreset(index))
-        section.preset_written = true;
     section.registers[index] = value;
     switch (static_cast<Register>(write_code)) {
     case Register::COUNTER1:
         section.base_counter1 = value - static_cast<std::uint32_t>(travelled(section, now_ns));
         update_next_event(now_ns);
+        break;
+    case Register::PRESET_MODE:
+        section.preset_chosen = true;
+        break;
+    case Register::MODE:
+        section.preset_chosen = false;
         break;
     case Register::DISTANCE:
         change_distance(section, now_ns);

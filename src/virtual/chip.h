@@ -75,10 +75,11 @@ class Chip
         std::int64_t distance = 0;   // signed pulses of the operation, from where it started last
         std::int64_t origin = 0;     // signed pulses that the operation had done by then
         bool turns_back = false;     // its new end was passed already: it slows down and goes back
+        bool stopping = false;       // a decelerating stop is under way
         std::uint32_t remaining = 0; // pulses that a stopped operation has left
 
-        bool preset_written = false; // the preset set was written since it was last taken over
-        bool queued = false;         // ... and its start command was given
+        bool preset_chosen = false; // PRESET_MODE was written later than MODE: the next start takes the preset set
+        bool queued = false;        // a start command took it, and it waits
         std::uint8_t queued_group = 0;
         StartKind queued_start = StartKind::High;
 
@@ -132,10 +133,11 @@ class Chip
     void trigger_waiting(const Moment &now);
     void settle_group(Section &leader, std::int64_t pulses);
     void finish(Section &leader, const Moment &now);
+    void drop_queue(unsigned axis_set);
     void stop(unsigned axis_set, std::int64_t now_ns);
     void stop_at_once(unsigned axis_set, std::int64_t now_ns);
     void change_distance(Section &section, std::int64_t now_ns);
-    void slow_down(Section &leader, std::int64_t now_ns);
+    void slow_down(Section &leader, const Section &rates, std::int64_t now_ns);
 
     std::array<Section, chip_axes> sections_;
     std::int64_t next_event_ns_ = never_ns;

@@ -88,14 +88,13 @@ unsigned Chip::line_axes(unsigned axis_set, Register mode)
     return axes;
 }
 
-// A start command takes the preset set of an axis if it was written since it was last taken, otherwise the direct
-// set.
+// A start command takes the set of an axis whose mode word was written last.
 void Chip::start(unsigned axis_set, StartKind kind, const Moment &now)
 {
     unsigned preset = 0;
     unsigned idle = 0;
     each(axis_set, [&](unsigned axis, const Section &section) {
-        if (section.preset_written)
+        if (section.preset_chosen)
             preset |= 1u << axis;
         else if (!section.busy())
             idle |= 1u << axis;
@@ -118,7 +117,7 @@ void Chip::queue(unsigned axis_set, StartKind kind)
     const unsigned line = line_axes(axis_set, Register::PRESET_MODE);
     each(axis_set, [&](unsigned axis, Section &section) {
         const unsigned bit = 1u << axis;
-        section.preset_written = false;
+        section.preset_chosen = false;
         section.queued = Known(section.reg(Register::PRESET_MODE));
         section.queued_group = static_cast<std::uint8_t>((line & bit) != 0 ? line : bit);
         section.queued_start = kind;
@@ -178,6 +177,7 @@ void Chip::launch(Section &leader, const Moment &now)
 {
     each(leader.group, [](unsigned, Section &section) { section.state = State::Running; });
     leader.turns_back = false;
+    leader.stopping = false;
     leader.start_time = now;
     leader.longest = Size(leader.distance);
     leader.profile.plan(ProfileOf(leader, ProfileDistance(leader.longest)));
@@ -220,48 +220,66 @@ void Chip::finish(Section &leader, const Moment &now)
     launch(leader, now);
 }
 
-// Decelerates to standstill by the deceleration registers as they are now.
-void Chip::slow_down(Section &leader, std::int64_t now_ns)
+// Decelerates to standstill by the deceleration registers of `rates` as they are now.
+void Chip::slow_down(Section &leader, const Section &rates, std::int64_t now_ns)
 {
-    leader.profile.stop(leader.start_time.seconds_until(now_ns), ProfileOf(leader, 0).decel);
+    leader.profile.stop(leader.start_time.seconds_until(now_ns), ProfileOf(rates, 0).decel,
+                        ProfileDistance(leader.longest));
     leader.due = leader.start_time.later(leader.profile.duration_s());
 }
 
-// A stop of one axis of a line stops the line. What is queued behind a stopped operation is dropped.
+// What is queued on an axis is dropped with all axes that it would have moved.
+void Chip::drop_queue(unsigned axis_set)
+{
+    each(axis_set, [&](unsigned, const Section &section) {
+        each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
+    });
+}
+
+// A stop of one axis of a line stops the line: by the rates of its leader if that was named, otherwise by those of
+// the first axis that was. What is queued behind a stopped operation is dropped.
 void Chip::stop(unsigned axis_set, std::int64_t now_ns)
 {
-    each(axis_set, [&](unsigned, Section &section) {
-        each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
+    each(axis_set, [&](unsigned axis, Section &section) {
+        const unsigned group = section.state == State::Idle ? 1u << axis : section.group;
+        drop_queue(group);
         Section &leader = leader_of(section);
         if (section.state == State::Waiting)
             settle_group(leader, 0);
-        if (section.state != State::Running)
+        const unsigned named = group & axis_set;
+        const bool leader_named = (named >> section.leader & 1) != 0;
+        const bool decides = leader_named ? axis == section.leader : named >> axis << axis == named;
+        if (section.state != State::Running || !decides)
             return;
-        each(section.group, [](unsigned, Section &other) { other.queued = false; });
         leader.turns_back = false;
-        slow_down(leader, now_ns);
+        leader.stopping = true;
+        slow_down(leader, section, now_ns);
     });
 }
 
 void Chip::stop_at_once(unsigned axis_set, std::int64_t now_ns)
 {
-    each(axis_set, [&](unsigned, Section &section) {
-        each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
+    each(axis_set, [&](unsigned axis, Section &section) {
+        drop_queue(section.state == State::Idle ? 1u << axis : section.group);
         if (section.state == State::Idle)
             return;
-        each(section.group, [](unsigned, Section &other) { other.queued = false; });
         Section &leader = leader_of(section);
         settle_group(leader, section.state == State::Running ? leader_pulses(leader, now_ns) : 0);
     });
 }
 
-// A new distance for a running positioning operation. It is kept straight on while the axis can still slow down
-// before it; otherwise the axis slows down and comes back.
+// A new distance for a positioning operation. A waiting one takes it when it starts. A running one is kept straight
+// on while the axis can still slow down before the new end; otherwise the axis slows down and comes back. An
+// operation that is being stopped stays so.
 void Chip::change_distance(Section &section, std::int64_t now_ns)
 {
-    if (section.state != State::Running || !Positioning(section.reg(Register::MODE)))
+    if (section.state == State::Idle || section.stopping || !Positioning(section.reg(Register::MODE)))
         return;
     const std::int64_t target = static_cast<std::int32_t>(section.reg(Register::DISTANCE)) - section.origin;
+    if (section.state == State::Waiting) {
+        section.distance = target;
+        return;
+    }
     const bool same_way = (target < 0) == (section.distance < 0);
     const ProfileInput input = ProfileOf(section, static_cast<double>(Size(target)));
     const double time_s = section.start_time.seconds_until(now_ns);
@@ -275,7 +293,7 @@ void Chip::change_distance(Section &section, std::int64_t now_ns)
     } else {
         section.longest = endless;
         section.turns_back = true;
-        slow_down(section, now_ns);
+        slow_down(section, section, now_ns);
     }
     update_next_event(now_ns);
 }

@@ -170,17 +170,19 @@ void SpeedProfile::plan(const ProfileInput &input)
 
 void SpeedProfile::replan(double now_s, const ProfileInput &input)
 {
-    begin(now_s, distance_at(now_s), speed_at(now_s));
+    // An axis that was slowing down may be slower than it would start: it takes the start speed without a ramp.
+    const double least_pps = Smaller(input.start_pps, input.max_pps);
+    begin(now_s, distance_at(now_s), Larger(speed_at(now_s), least_pps));
     plan_rest(input);
 }
 
-void SpeedProfile::stop(double now_s, const RampShape &decel)
+void SpeedProfile::stop(double now_s, const RampShape &decel, double limit)
 {
     begin(now_s, distance_at(now_s), speed_at(now_s));
     add_ramp(0, decel);
-    cut(distance_);
+    cut(limit);
     duration_s_ = end_s_;
-    distance_ = Smaller(distance_, end_distance_);
+    distance_ = Smaller(limit, end_distance_);
 }
 
 const SpeedProfile::Piece &SpeedProfile::piece_at(double time_s)

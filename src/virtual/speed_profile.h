@@ -40,9 +40,9 @@ class SpeedProfile
     // at the speed it has. Does not look whether the end can still be reached without overshooting.
     void replan(double now_s, const ProfileInput &input);
 
-    // A decelerating stop at time `now_s`: from the speed then down to standstill, or to the end of the operation
-    // if that comes first.
-    void stop(double now_s, const RampShape &decel);
+    // A decelerating stop at time `now_s`: from the speed then down to standstill, or to `limit`, the distance at
+    // which the operation would have ended, if that comes first.
+    void stop(double now_s, const RampShape &decel, double limit);
 
     // Time at which the operation has put out its last pulse; infinite for one that only a stop ends.
     double duration_s() const { return duration_s_; }

@@ -264,6 +264,77 @@ TEST_CASE_FIXTURE(VirtualMachine, "stops leave the axis where it is and drop wha
     CHECK((at(1) == y && idle(0) && !queued(0)));
 }
 
+TEST_CASE_FIXTURE(VirtualMachine, "a stop drops what is queued behind any axis of its operation")
+{
+    const std::uint8_t first[4] = {1, 0, 0, 0};
+    for (const bool waiting : {false, true}) {
+        for (const std::uint32_t decel_ms : {0u, 50u}) {
+            CAPTURE(waiting);
+            for (std::uint8_t axis = 0; axis < 3; ++axis)
+                TrevikA_continuous_flag_set(0, axis, 1);
+            CHECK(TrevikA_T_LINE2_move(0, 0, 10000, 10000, relative, 1000, 10000, 100, 100, waiting) == TREVIK_OK);
+            CHECK(TrevikA_T_LINE2_move(0, 3, 500, 500, relative, 1000, 10000, 100, 100, 0) == TREVIK_OK);
+            TrevikHost_advance(0.3);
+            CHECK(TrevikA_stop(0, first, decel_ms) == TREVIK_OK);
+            run_out();
+            for (std::uint8_t axis = 0; axis < 3; ++axis)
+                CHECK((idle(axis) && !queued(axis)));
+        }
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "stops and changes that follow one another slow down by the rate asked for")
+{
+    const std::uint8_t first[4] = {1, 0, 0, 0};
+    // A second, longer stop is not cut short by where the first one would have ended.
+    CHECK(TrevikA_T_position_move(0, 0, 1000000, 0, 100, 10000, 100, 100, 0) == TREVIK_OK);
+    TrevikHost_advance(1);
+    TrevikA_stop(0, first, 100);
+    TrevikHost_advance(0.01);
+    TrevikA_stop(0, first, 2000);
+    CHECK(run_out() == doctest::Approx(1.8).epsilon(0.05));
+    // A change during a stop does not set the axis going again.
+    CHECK(TrevikA_T_position_move(0, 0, 1000000, 0, 100, 10000, 100, 100, 0) == TREVIK_OK);
+    TrevikHost_advance(1);
+    TrevikA_stop(0, first, 100);
+    TrevikHost_advance(0.05);
+    TrevikA_position_change(0, 0, 50000, 0);
+    CHECK(run_out() < 0.1);
+    // Turning back close before the end: past it, by the deceleration ramp, and back.
+    TrevikA_current_position_set(0, 0, 0);
+    CHECK(TrevikA_T_position_move(0, 0, 10000, 0, 1000, 10000, 100, 0, 0) == TREVIK_OK);
+    while (at(0) < 9980)
+        TrevikHost_advance(1e-4);
+    CHECK(TrevikA_position_change(0, 0, 0, 0) == TREVIK_OK);
+    std::int32_t highest = 0;
+    while (!idle(0)) {
+        TrevikHost_advance(1e-4);
+        highest = std::max(highest, at(0));
+    }
+    CHECK((highest > 10050 && at(0) == 0));
+    // A line stopped by its shorter axis takes the time given for that axis.
+    CHECK(TrevikA_T_LINE2_move(0, 0, 50000, 100000, relative, 100, 10000, 100, 100, 0) == TREVIK_OK);
+    TrevikHost_advance(1);
+    TrevikA_stop(0, first, 2000);
+    CHECK(run_out() == doctest::Approx(2).epsilon(0.05));
+    // A move that waits for its trigger takes a new end.
+    TrevikA_current_position_set(0, 0, 0);
+    CHECK(TrevikA_T_position_move(0, 0, 1000, 0, 1000, 1000, 0, 0, 1) == TREVIK_OK);
+    CHECK(TrevikA_position_change(0, 0, 5000, 0) == TREVIK_OK);
+    OnChip([](Chip &chip, std::int64_t now_ns) { chip.command(0xF, 0x06, now_ns); });
+    run_out();
+    CHECK(at(0) == 5000);
+    // A queued move whose start was refused is not what a later direct move runs.
+    TrevikA_continuous_flag_set(0, 0, 1);
+    TrevikVirtual_refuse(0, 12, 1, 31);
+    CHECK(TrevikA_T_position_move(0, 0, 7777, 0, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+    CHECK(idle(0));
+    TrevikA_continuous_flag_set(0, 0, 0);
+    CHECK(TrevikA_T_position_move(0, 0, 4900, 1, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+    run_out();
+    CHECK(at(0) == 4900);
+}
+
 TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the simultaneous-start signal")
 {
     CHECK(TrevikA_T_LINE2_move(0, 0, 100, 50, relative, 1000, 1000, 0, 0, 1) == TREVIK_OK);
