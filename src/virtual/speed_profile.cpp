@@ -152,6 +152,8 @@ void SpeedProfile::plan_rest(const ProfileInput &input)
         else
             plan_automatic(input, end_pps);
     }
+    if (end_speed_ < end_pps) // an axis that was slowing down goes on at no less than its start speed
+        add_ramp(end_pps, input.accel);
     run(input.distance);
     cut(input.distance);
     duration_s_ = end_s_;
@@ -170,9 +172,7 @@ void SpeedProfile::plan(const ProfileInput &input)
 
 void SpeedProfile::replan(double now_s, const ProfileInput &input)
 {
-    // An axis that was slowing down may be slower than it would start: it takes the start speed without a ramp.
-    const double least_pps = Smaller(input.start_pps, input.max_pps);
-    begin(now_s, distance_at(now_s), Larger(speed_at(now_s), least_pps));
+    begin(now_s, distance_at(now_s), speed_at(now_s));
     plan_rest(input);
 }
 

@@ -1,5 +1,5 @@
 // The motion of one operation over time, computed once from its register values and then evaluated at any time:
-// speed is piecewise quadratic, distance piecewise cubic, at most nine pieces. Basic arithmetic only.
+// speed is piecewise quadratic, distance piecewise cubic, at most eleven pieces. Basic arithmetic only.
 #pragma once
 
 #include <array>
@@ -71,7 +71,7 @@ class SpeedProfile
         double time_to(double target, double most_s) const;
     };
 
-    static constexpr unsigned most_pieces = 9;
+    static constexpr unsigned most_pieces = 11;
 
     void begin(double time_s, double distance, double speed);
     void plan_rest(const ProfileInput &input);

@@ -143,6 +143,29 @@ TEST_CASE("run: an interrupt stops the axes on their way, with deceleration")
     CHECK(report.machine_s > 0.53);                                    // 0.5 s and a ramp
 }
 
+TEST_CASE("run: an interrupt among lines too short to stop on slows down along the contour")
+{
+    struct SlowestMoving : Interrupter {
+        double speed_mm_min = 0;
+        SlowestMoving() : Interrupter(2000) {}
+        void Take(const Sample &sample) override
+        {
+            Interrupter::Take(sample);
+            speed_mm_min = sample.speed_mm_min > 0 ? sample.speed_mm_min : speed_mm_min;
+        }
+    };
+    for (const bool four_axes : {false, true}) {
+        FreshCard();
+        SlowestMoving sink;
+        Report report;
+        CHECK(RunWithSink(Ring(four_axes), sink, report) == RunEnd::interrupted);
+        CHECK(report.segments_done > 20);
+        CHECK(report.segments_done < 180);
+        CHECK(sink.speed_mm_min < 300); // the last before the axes stood; the contour runs at 1800
+        CHECK(report.deviation.LargestPulses() <= 1);
+    }
+}
+
 TEST_CASE("run: a card that refuses is reported with call, code and meaning")
 {
     struct Refuser : SampleSink {
