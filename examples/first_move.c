@@ -1,4 +1,5 @@
-/* Moves axis 0 of card 0 by 10,000 pulses and waits for it. Without a card in the machine this is a virtual card. */
+/* Moves axis 0 of card 0 by 10,000 pulses and waits for it. Without a card in the machine this is a virtual card.
+ */
 #include <stdio.h>
 #include <trevik/TrevikA.h>
 

@@ -34,7 +34,7 @@ TEST_CASE("reader: every spelling of the same move")
     for (const char *text :
          {"G1 X10.5 Y-2 F600", "g1x10.5y-2f600", "G 1 X 1 0 . 5 Y - 2 F 6 0 0", "\tG01\tX+10.50Y-02.F600\r\n",
           "N10 G01 (in)X10.5(to) Y-2 F600 ; out", "%\nO1000\nF600\nG1\nX10.5 Y-2\n%\nX99",
-          "\xEF\xBB\xBFG1X10.5Y-2F600", "G21G17G40G49G80G90G94G54G64P0.01G1X10.5Y-2F600S1000M3T1M6",
+          "\xEF\xBB\xBFG1X10.5Y-2F600", "G21G17G40G49G80G90G94G54G43H1G64P0.01G1X10.5Y-2F600S1000M3T1M6",
           "/G1 X10.5 Y-2 F600", "G53 G1 X10.5 Y-2 F600", "G91 G1 F600 X10.5 Y-2", "G1 X10.5 Y-2 F600 M30\nG1 X99",
           "G1 F600 X10.500000000000000000000 Y-2"}) {
         CAPTURE(std::string(text));
@@ -109,7 +109,7 @@ TEST_CASE("reader: every error names line, column and word")
         {"G59", 1, 1, "G59", "G54"},
         {"G41 D1", 1, 1, "G41", "compensation"},
         {"G42", 1, 1, "G42", "compensation"},
-        {"G43 H1", 1, 1, "G43", "compensation"},
+        {"G41 H1", 1, 1, "G41", "compensation"},
         {"G81 X1", 1, 1, "G81", "not supported"},
         {"G1.5", 1, 1, "G1.5", "not supported"},
         {"G-1", 1, 1, "G-1", "not supported"},

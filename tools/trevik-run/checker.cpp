@@ -53,7 +53,7 @@ double Seconds(const Move &move, const Vec4 &from, double feed_length, const Mac
 void CheckSpeed(const Move &move, double speed_pps)
 {
     const char *const word = move.kind == MoveKind::feed ? "F" : "G";
-    if (speed_pps > max_speed_pps) {
+    if (speed_pps > max_speed_pps + 0.5) { // half a pulse/s for rounding
         throw PartError{
             move.line, 1, word,
             fmt::format("this move needs {:.0f} pulses/s, the card makes {:.0f}; lower the feed, the rapid "
@@ -111,7 +111,7 @@ CheckedProgram CheckProgram(Program &program, const Machine &machine)
                 MakePathLine(from, move.target, machine).Length() / Seconds(move, from, feed_length, machine);
             CheckSpeed(move, speed_pps);
             move.length_pulses = static_cast<float>(piece.length);
-            move.speed_pps = static_cast<float>(speed_pps);
+            move.speed_pps = static_cast<float>(std::min(speed_pps, max_speed_pps));
             checked.axes |= MovingAxes(piece);
             checked.top_pps = std::max(checked.top_pps, static_cast<double>(move.speed_pps));
             checked.path_mm += feed_length;

@@ -1,6 +1,7 @@
 #include "trevik-run/executor.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "trevik-run/interrupt.h"
@@ -24,6 +25,7 @@ Executor::Executor(const Program &program, const CheckedProgram &checked, const 
       card_(card),
       clock_(clock),
       meter_(machine),
+      from_(program.start),
       commanded_(ToPulses(program.start, machine)),
       position_(commanded_)
 {
@@ -36,6 +38,7 @@ RunEnd Executor::Run(const RampMaker &ramps)
     card_.Prepare(checked_.top_pps);
     const bool done = GoesOn() && RunMoves(ramps) && WaitUntilIdle();
     if (!done) {
+        SlowDown(ramps);
         StopAxes();
     }
     card_.Release();
@@ -48,41 +51,42 @@ RunEnd Executor::Run(const RampMaker &ramps)
 
 bool Executor::GoesOn() const
 {
-    return !card_.Error() && !Interrupted();
+    return !card_.Error() && (slowing_ || !Interrupted());
 }
 
 bool Executor::RunMoves(const RampMaker &ramps)
 {
-    Vec4 from = program_.start;
-    for (std::size_t i = 0; i < program_.moves.size(); ++i) {
-        const Move &move = program_.moves[i];
+    for (; next_move_ < program_.moves.size(); ++next_move_) {
+        const Move &move = program_.moves[next_move_];
         if (move.kind == MoveKind::dwell) {
             if (!RunDwell(static_cast<double>(move.rate))) {
                 return false;
             }
             continue;
         }
-        if (!RunLine(from, move, {move.entry_pps, ExitSpeed(program_, i, machine_), move.speed_pps}, ramps)) {
+        const double exit_pps = ExitSpeed(program_, next_move_, machine_);
+        if (!RunLine(move, {move.entry_pps, exit_pps, move.speed_pps}, ramps)) {
             return false;
         }
-        from = move.target;
     }
     return true;
 }
 
-bool Executor::RunLine(const Vec4 &from, const Move &move, const MoveSpeeds &speeds, const RampMaker &ramps)
+bool Executor::RunLine(const Move &move, const MoveSpeeds &speeds, const RampMaker &ramps)
 {
     const Pulses to = ToPulses(move.target, machine_);
-    const PathLine line = MakePathLine(from, move.target, machine_);
+    const PathLine line = MakePathLine(from_, move.target, machine_);
     const CardMoves lines = MakeCardMoves(commanded_, to, line, speeds, ramps, card_.FirstAxis(), machine_.s_curve);
     const double longest = MakePiece(commanded_, to).longest;
-    const Handed handed = {&move, line, FeedLength(from, move.target) / longest};
+    const Handed handed = {&move, line, FeedLength(from_, move.target) / longest};
     for (int i = 0; i < lines.count; ++i) {
         if (!Hand(lines.move[static_cast<std::size_t>(i)], handed)) {
             return false;
         }
+        partly_handed_ = i + 1 < lines.count;
     }
     commanded_ = to;
+    from_ = move.target;
     return true;
 }
 
@@ -100,17 +104,20 @@ bool Executor::RunDwell(double seconds)
 
 bool Executor::Hand(const CardMove &move, const Handed &handed)
 {
-    do {
-        if (!WaitForRoom()) {
+    while (WaitForRoom()) {
+        if (card_.Line(move)) {
+            queued_ = handed;
+            queue_full_ = card_.QueueFull();
+            if (!queue_full_) { // the card was idle: it runs already
+                QueuedMoveStarts();
+            }
+            return !card_.Error();
+        }
+        if (!Step(sample_period_s_)) {
             return false;
         }
-    } while (!card_.Line(move) && GoesOn() && Step(sample_period_s_));
-    queued_ = handed;
-    queue_full_ = card_.QueueFull();
-    if (!queue_full_) { // the card was idle: it runs already
-        QueuedMoveStarts();
     }
-    return GoesOn();
+    return false;
 }
 
 bool Executor::WaitForRoom()
@@ -135,6 +142,69 @@ bool Executor::WaitUntilIdle()
     }
     TakeSample();
     return GoesOn();
+}
+
+// After an interrupt. Short lines end before a stop could ramp down: the contour is followed at falling speeds
+// until a line runs that is long enough to be stopped on, or the axes stand.
+void Executor::SlowDown(const RampMaker &ramps)
+{
+    slowing_ = true;
+    const bool more = next_move_ < program_.moves.size() && !partly_handed_;
+    double speed_pps = more ? static_cast<double>(program_.moves[next_move_].entry_pps) : 0;
+    while (!card_.Error() && (queue_full_ || !card_.Idle()) && !RunningLineCanStop()) {
+        if (queue_full_ || !HandSlower(ramps, speed_pps)) {
+            Step(std::numeric_limits<double>::infinity());
+        }
+    }
+}
+
+// Hands over the next line of the contour. False where the contour ends or its speed is down already.
+bool Executor::HandSlower(const RampMaker &ramps, double &speed_pps)
+{
+    if (speed_pps <= machine_.start_pps || next_move_ == program_.moves.size() ||
+        program_.moves[next_move_].kind != MoveKind::feed) {
+        return false;
+    }
+    const Move &move = program_.moves[next_move_];
+    const double fall = 2 * ramps.DecelPps2() * static_cast<double>(move.length_pulses);
+    const double reached_pps = std::sqrt(std::max(0.0, speed_pps * speed_pps - fall));
+    const double exit_pps =
+        std::min(ExitSpeed(program_, next_move_, machine_), std::max(reached_pps, machine_.start_pps));
+    if (!RunLine(move, {speed_pps, exit_pps, speed_pps}, ramps)) {
+        return false;
+    }
+    speed_pps = exit_pps;
+    ++next_move_;
+    return true;
+}
+
+bool Executor::RunningLineCanStop()
+{
+    return LongestAxisLeft() >= card_.LongestAxisSpeed() * machine_.ramp_ms / 2000;
+}
+
+// Of the running line, in pulses.
+double Executor::LongestAxisLeft() const
+{
+    double left_pulses = 0;
+    for (std::size_t i = 0; i < axis_count; ++i) {
+        const double end = running_.line.from[i] + running_.line.delta[i];
+        left_pulses = std::max(left_pulses, std::fabs(end - position_[i]));
+    }
+    return left_pulses;
+}
+
+double Executor::PulsesDone() const
+{
+    if (running_.move == nullptr) {
+        return 0;
+    }
+    double longest = 0;
+    for (const double delta : running_.line.delta) {
+        longest = std::max(longest, std::fabs(delta));
+    }
+    const double share_left = longest > 0 ? std::min(1.0, LongestAxisLeft() / longest) : 0;
+    return pulses_started_ - share_left * static_cast<double>(running_.move->length_pulses);
 }
 
 // A move that is queued when the axes are stopped may still start: it is stopped like the first.
@@ -194,7 +264,7 @@ void Executor::TakeSample()
     card_.ReadPosition(position_);
     meter_.Measure(position_);
     if (progress_ != nullptr) {
-        progress_->Update(segments_started_, pulses_started_ / std::max(1.0, checked_.path_pulses), clock_.Now());
+        progress_->Update(segments_started_, PulsesDone() / std::max(1.0, checked_.path_pulses), clock_.Now());
     }
     if (sinks_.empty()) {
         return;

@@ -23,7 +23,7 @@ class Executor
 
     void SampleEvery(double seconds) { sample_period_s_ = seconds; }
     void SendSamplesTo(SampleSink &sink) { sinks_.push_back(&sink); }
-    void ShowOn(Progress &progress) { progress_ = &progress; }
+    void ShowOn(Progress &progress) { progress_ = progress.Hidden() ? nullptr : &progress; }
 
     RunEnd Run(const RampMaker &ramps);
 
@@ -40,11 +40,16 @@ class Executor
     };
 
     bool RunMoves(const RampMaker &ramps);
-    bool RunLine(const Vec4 &from, const Move &move, const MoveSpeeds &speeds, const RampMaker &ramps);
+    bool RunLine(const Move &move, const MoveSpeeds &speeds, const RampMaker &ramps);
     bool RunDwell(double seconds);
     bool Hand(const CardMove &move, const Handed &handed);
     bool WaitForRoom();
     bool WaitUntilIdle();
+    void SlowDown(const RampMaker &ramps);
+    bool HandSlower(const RampMaker &ramps, double &speed_pps);
+    bool RunningLineCanStop();
+    double LongestAxisLeft() const;
+    double PulsesDone() const;
     void StopAxes();
     bool Step(double longest_wait_s);
     void QueuedMoveStarts();
@@ -61,7 +66,11 @@ class Executor
     Progress *progress_ = nullptr;
     double sample_period_s_ = 1e-3;
     double next_sample_s_ = 0;
-    Pulses commanded_{}; // where the last handed move ends
+    std::size_t next_move_ = 0;  // the first that was not wholly handed over
+    Vec4 from_;                  // where it begins
+    bool partly_handed_ = false; // of a split move only the beginning
+    bool slowing_ = false;       // an interrupt is being obeyed
+    Pulses commanded_{};         // where the last handed move ends
     Pulses position_{};
     Handed running_;
     Handed queued_;

@@ -31,7 +31,7 @@ constexpr std::array gcodes = {
     GCode{400, GAction::none, GGroup::none, nullptr},
     GCode{410, GAction::refuse, GGroup::none, compensation},
     GCode{420, GAction::refuse, GGroup::none, compensation},
-    GCode{430, GAction::refuse, GGroup::none, compensation},
+    GCode{430, GAction::none, GGroup::none, nullptr}, // there is no tool table: every length is 0
     GCode{490, GAction::none, GGroup::none, nullptr},
     GCode{530, GAction::machine_coordinates, GGroup::none, nullptr},
     GCode{540, GAction::none, GGroup::none, nullptr},

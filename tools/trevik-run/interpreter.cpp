@@ -144,6 +144,7 @@ void Interpreter::TakeWord(Block &block, const Word &word)
         return TakeOnce(block.feed, word, "a second F word in this block; keep one");
     case 'P':
         return TakeOnce(block.dwell, word, "a second P word in this block; keep one");
+    case 'H': // tool length, of which there is no table
     case 'N': // block number
     case 'O': // program number
     case 'S': // spindle speed
@@ -161,7 +162,6 @@ void Interpreter::TakeWord(Block &block, const Word &word)
     case 'R':
         lexer_.Fail(word, "belongs to an arc; arcs are not supported yet, have lines (G1) written");
     case 'D':
-    case 'H':
         lexer_.Fail(word, "belongs to tool compensation, which is not supported; remove it");
     default:
         lexer_.Fail(word, "unknown word; remove it");

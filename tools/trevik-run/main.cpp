@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -62,6 +63,13 @@ struct Outputs {
         return name.empty() || file != nullptr;
     }
 };
+
+// One file for two purposes would lose one of them, at worst the part itself.
+bool SameFile(const std::string &a, const std::string &b)
+{
+    std::error_code missing;
+    return !a.empty() && (a == b || std::filesystem::equivalent(a, b, missing));
+}
 
 // A tolerance that the drawing cannot show: a small part of its extent.
 double DrawingTolerance(const Program &program)
@@ -145,6 +153,10 @@ int RunFile(const Options &options)
     if (options.check) {
         return CheckOnly(part, options);
     }
+    if (SameFile(options.svg, options.csv) || SameFile(options.svg, options.part) ||
+        SameFile(options.csv, options.part)) {
+        return Complain(wrong_input, "the part, --svg and --csv must be different files");
+    }
     Outputs outputs;
     if (!outputs.Open(options.svg, outputs.svg) || !outputs.Open(options.csv, outputs.csv)) {
         const std::string &name = !options.svg.empty() && !outputs.svg ? options.svg : options.csv;
@@ -152,7 +164,7 @@ int RunFile(const Options &options)
     }
     Pulses position{};
     if (const CardError error = OpenCard(options.card, position)) {
-        return Complain(card_failed, error.Message());
+        return Complain(card_failed, fmt::format("card {}: {}", options.card, error.Message()));
     }
     if (position != Pulses{}) { // relative moves and the first line depend on where the axes stand
         part = Part(text, options, ToUnits(position, options.machine));

@@ -1,6 +1,7 @@
 #include "trevik-run/options.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include "trevik-run/version.h"
 
@@ -20,25 +21,37 @@ constexpr const char *footer =
     "Exit status: 0 done, 1 the card refused a request or a file could not be written, 2 wrong command line or\n"
     "part program (nothing has moved), 130 interrupted (the axes were stopped with deceleration).";
 
+// Unlike CLI::Range it refuses what is not a number too, and its message is short.
+CLI::Validator Between(double low, double high)
+{
+    const std::string range = fmt::format("{} to {}", low, high);
+    const auto check = [low, high, range](const std::string &text) {
+        double value = 0;
+        const bool inside = CLI::detail::lexical_cast(text, value) && value >= low && value <= high;
+        return inside ? std::string() : fmt::format("{} is not a number from {}", text, range);
+    };
+    return CLI::Validator(check, "in [" + range + "]");
+}
+
 void AddMachineOptions(CLI::App &app, Machine &machine)
 {
     Vec4 &scale = machine.pulses_per_unit;
+    const CLI::Validator resolution = Between(0.001, 1e6);
     app.add_option_function<double>(
            "--pulses-per-mm", [&scale](double value) { scale[0] = scale[1] = scale[2] = value; },
            "pulses per mm of X, Y and Z (default 400)")
-        ->check(CLI::PositiveNumber)
+        ->check(resolution)
         ->trigger_on_parse();
-    app.add_option("--pulses-per-mm-x", scale[0], "pulses per mm of X alone")->check(CLI::PositiveNumber);
-    app.add_option("--pulses-per-mm-y", scale[1], "pulses per mm of Y alone")->check(CLI::PositiveNumber);
-    app.add_option("--pulses-per-mm-z", scale[2], "pulses per mm of Z alone")->check(CLI::PositiveNumber);
-    app.add_option("--pulses-per-degree", scale[3], "pulses per degree of A (default 100)")
-        ->check(CLI::PositiveNumber);
+    app.add_option("--pulses-per-mm-x", scale[0], "pulses per mm of X alone")->check(resolution);
+    app.add_option("--pulses-per-mm-y", scale[1], "pulses per mm of Y alone")->check(resolution);
+    app.add_option("--pulses-per-mm-z", scale[2], "pulses per mm of Z alone")->check(resolution);
+    app.add_option("--pulses-per-degree", scale[3], "pulses per degree of A (default 100)")->check(resolution);
     app.add_option("--rapid", machine.rapid_mm_min, "rapid speed in mm/min, for A in degrees/min (default 3000)")
-        ->check(CLI::PositiveNumber);
+        ->check(Between(0.001, 1e9));
     app.add_option("--start-speed", machine.start_pps,
                    "pulses/s along the path that the motors take without a ramp: contours begin and end with it "
                    "(default 800)")
-        ->check(CLI::Range(1.0, max_speed_pps));
+        ->check(Between(min_speed_pps, max_speed_pps));
     app.add_option("--ramp-time", machine.ramp_ms,
                    "ms from the start speed to the rapid speed of the finest of X Y Z; slower moves ramp with the "
                    "same acceleration, and no ramp is steeper than the card's registers allow (default 100)")
@@ -47,7 +60,7 @@ void AddMachineOptions(CLI::App &app, Machine &machine)
     app.add_option("--corner-angle", machine.corner_degrees,
                    "degrees; sharper corners are taken at the start speed, gentler ones without slowing down "
                    "(default 30)")
-        ->check(CLI::Range(0.0, 180.0));
+        ->check(Between(0, 180));
 }
 
 void AddRunOptions(CLI::App &app, Options &options)
@@ -57,7 +70,7 @@ void AddRunOptions(CLI::App &app, Options &options)
     app.add_option("--svg", options.svg, "draw path and speed into this file");
     app.add_option("--csv", options.csv, "write the samples into this file");
     app.add_option("--sample-ms", options.sample_ms, "time between samples in ms (default 1)")
-        ->check(CLI::Range(0.001, 1e6));
+        ->check(Between(0.001, 1e6));
     app.add_flag("--realtime", options.realtime,
                  "run at the card's own pace; without it virtual cards run as fast as they can");
     app.add_flag("--block-delete", options.block_delete,

@@ -16,6 +16,7 @@ class Progress
     static Style StyleFor(bool quiet);
 
     // Cheap enough to be called at every sample.
+    bool Hidden() const { return style_ == Style::none; }
     void Update(std::uint32_t segments_done, double fraction, double machine_s);
     void Finish(); // leaves the bar's line
 
