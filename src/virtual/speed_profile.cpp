@@ -28,10 +28,9 @@ double MeetingSpeed(double start_pps, double end_pps, double distance, const Pro
             return RampDistance(start_pps, peak, input.accel) + RampDistance(peak, end_pps, input.decel);
         });
     }
-    const double up = input.accel.acceleration;
-    const double down = input.decel.acceleration;
-    const double squared =
-        (2 * distance + start_pps * start_pps / up + end_pps * end_pps / down) / (1 / up + 1 / down);
+    const double up = input.accel.seconds_per_pps;
+    const double down = input.decel.seconds_per_pps;
+    const double squared = (2 * distance + start_pps * start_pps * up + end_pps * end_pps * down) / (up + down);
     return Smaller(Larger(SquareRoot(squared), low), input.max_pps);
 }
 
@@ -49,7 +48,7 @@ double SpeedProfile::Piece::time_to(double target, double most_s) const
 double RampDuration(double from_pps, double to_pps, const RampShape &shape)
 {
     const double rise = Absolute(to_pps - from_pps);
-    return (rise + 2 * CurvedSection(rise, shape)) / shape.acceleration;
+    return (rise + 2 * CurvedSection(rise, shape)) * shape.seconds_per_pps;
 }
 
 double RampDistance(double from_pps, double to_pps, const RampShape &shape)
@@ -84,10 +83,10 @@ void SpeedProfile::add_ramp(double to_pps, const RampShape &shape)
     const double size = Absolute(rise);
     const double curved = CurvedSection(size, shape);
     const double acceleration = rise < 0 ? -shape.acceleration : shape.acceleration;
-    const double curved_s = 2 * curved / shape.acceleration;
+    const double curved_s = 2 * curved * shape.seconds_per_pps;
     const double jerk = curved_s > 0 ? acceleration / curved_s : 0;
     add(curved_s, 0, jerk);
-    add((size - 2 * curved) / shape.acceleration, acceleration, 0);
+    add((size - 2 * curved) * shape.seconds_per_pps, acceleration, 0);
     add(curved_s, acceleration, -jerk);
     end_speed_ = to_pps;
 }

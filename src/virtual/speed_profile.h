@@ -13,7 +13,8 @@ enum class StartKind { High, HighDecelerating, Accelerating };
 
 // One ramp as its registers describe it, in pulses and seconds.
 struct RampShape {
-    double acceleration = 0; // pulses/s^2 on the linear section, above 0
+    double acceleration = 0;    // pulses/s^2 on the linear section, above 0
+    double seconds_per_pps = 0; // its inverse: dividing is what takes time when a profile is planned
     bool s_curve = false;
     double s_range_pps = 0; // speed gained in each curved section; 0: the whole ramp is curved
 };
@@ -65,9 +66,9 @@ class SpeedProfile
 
         double distance(double t) const
         {
-            return start_distance + t * (speed + t * (acceleration / 2 + t * (jerk / 6)));
+            return start_distance + t * (speed + t * (acceleration * 0.5 + t * (jerk * (1.0 / 6))));
         }
-        double speed_after(double t) const { return speed + t * (acceleration + t * (jerk / 2)); }
+        double speed_after(double t) const { return speed + t * (acceleration + t * (jerk * 0.5)); }
         double time_to(double target, double most_s) const;
     };
 
