@@ -44,7 +44,6 @@ void virtual_part(benchmark::State &state)
     const std::string text = Flower(segments);
     trevik_run::Options options;
     options.quiet = true;
-    options.sample_ms = 5;
     double machine_s = 0;
     const double megabytes_before = PeakMegabytes();
     for (auto _ : state) {
