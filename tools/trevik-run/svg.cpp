@@ -265,6 +265,10 @@ void Page::DrawSpeed(const Trace &trace)
         lower.insert(0, fmt::format("{:.1f} {:.1f} ", at, speed.At(speeds[i].lowest)));
     }
     Put("<polygon class=\"band\" points=\"{0}{1}\"/><polyline class=\"speed\" points=\"{0}\"/>\n", upper, lower);
+    Put("<text class=\"unit\" x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"end\">path speed; shaded: down to the lowest "
+        "within "
+        "{:.2g} s</text>\n",
+        plot_right, base - speed_height - 8, trace.BucketSeconds());
 }
 
 } // namespace
