@@ -176,19 +176,6 @@ TEST_CASE("S-curve ramp-down: every case, each with the distance that its ramps 
     }
 }
 
-TEST_CASE("lines: path factor, and one decision for all axes")
-{
-    const std::array<std::uint32_t, 3> sides{3000, 4000, 0};
-    CHECK(PathFactor(sides) == doctest::Approx(0.8));
-    CHECK(PathFactor(std::array<std::uint32_t, 2>{0, 0}) == 0);
-    LineRamps ramps;
-    ramps.times = {0.1, 0.5};
-    const LinePlan plan = PlanLine(sides, 500, 10000, ramps, 1965);
-    CHECK(plan.profiles[0].MaxSpeedValue == 52427);
-    CHECK(plan.profiles[2].MaxSpeedValue == 52427);
-    CHECK(plan.rampdown == DecideRampDownT(plan.profiles[0], ramps.times, 3000));
-}
-
 TEST_CASE("linear and curved line times: clamps and wraps")
 {
     struct Row {
