@@ -5,6 +5,7 @@
 #include "api/library.h"
 #include "api/line_entry.h"
 #include "motion/continuous.h"
+#include "motion/online_change.h"
 #include "motion/position_move.h"
 #include "motion/speed_range.h"
 #include "status/motion_status.h"
