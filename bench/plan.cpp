@@ -43,7 +43,7 @@ void PlanS(benchmark::State &state, std::uint32_t decel_ms, std::uint32_t distan
         const std::uint32_t v = ++i % variations;
         const SRampTimes given{500 + v, 20000 + 100 * v, 100, decel_ms, 20 + v / 8, 30};
         const MoveSpeeds speeds{given.start_speed, given.max_speed};
-        PositionRamps ramps{Curve::S, Seconds(given.accel_ms, given.decel_ms), {}};
+        MoveRamps ramps{Curve::S, Seconds(given.accel_ms, given.decel_ms), {}};
         benchmark::DoNotOptimize(given.ranges(ramps.ranges));
         PositionPlan plan = PlanPosition(speeds, ramps, SelectMultiplier(speeds.max_pps), distance + v);
         std::uint32_t correction = CorrectionToRegister(1000, plan.profile.MultiplierValue);
