@@ -5,12 +5,13 @@
  * TrevikA_initial once, then use the cards, then call TrevikA_close.
  *
  * ARGUMENTS. Positions and distances are pulses, signed 32-bit numbers even where they travel in a uint32_t. Speeds
- * are pulses per second; the absolute value of the argument read as a signed number is used, at most 6,553,500 for a
- * maximum speed (0x80000000 has no absolute value and passes). Ramp times are milliseconds. Values are passed out
- * through pointers, which are written only as each function says; a null pointer gives TREVIK_ERR_PARAM after the card, axis and handle checks.
+ * are pulses per second; the absolute value of the argument read as a signed number is used, at most 6,553,500 for
+ * a maximum speed (0x80000000 has no absolute value and passes). Ramp times are milliseconds. Values are passed out
+ * through pointers, which are written only as each function says; a null pointer gives TREVIK_ERR_PARAM after the
+ * card, axis and handle checks.
  *
- * RESULTS. Every function returns 0 (TREVIK_OK) or a reason. All functions with a card argument share these, checked
- * in this order before anything else, and are not repeated below:
+ * RESULTS. Every function returns 0 (TREVIK_OK) or a reason. All functions with a card argument share these,
+ * checked in this order before anything else, and are not repeated below:
  *   TREVIK_OK          simulation mode is on: nothing was checked, done or written
  *   TREVIK_ERR_MODEL   the card's model is not supported
  *   TREVIK_ERR_CARD    card above 15
@@ -259,24 +260,24 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0
  *   axis_pair    0: axes 0 1, 1: 0 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3; _a and _b are the first and the second axis
  *   center_...   the circle's center; it is not checked against the end
  *   mid_...      a point on the way; the arc goes through it
- *   radius       pulses; with direction, its sign chooses between the two circles through start and end. Below half the
- *                way to the end, the middle of the way is the center
+ *   radius       pulses; with direction, its sign chooses between the two circles through start and end. Below half
+ *                the way to the end, the middle of the way is the center
  *   p1_, p2_, point_  points on a full circle (CIR), which ends where it starts
  *   abs          not 0: all coordinates are absolute positions, otherwise they are distances from the start
  *   abs_flags    the same by axis NUMBER, 4 bytes
- *   speed, start_speed, max_speed   pulses/s along the path, at most 7,281,365
- *   accel_ms     ms of both ramps; s_ms: of each curved section (S); when the ramp is shorter than two of them the whole
- *                ramp is curved
+ *   speed, start_speed, max_speed   pulses/s along the path, at most 7,281,396
+ *   accel_ms     ms of both ramps; s_ms: of each curved section (S); when the ramp is shorter than two of them the
+ *                whole ramp is curved
  *   dir          0: clockwise with axis a to the right and b up; otherwise counter-clockwise
  *   trigger      as in TrevikA_T_position_move
  * Ends are whole pulses and rarely lie on the circle: the next relative move starts from the planned end. Results:
- *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps and a
- *                              radius: the end is the start
+ *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps and
+ *                              a radius: the end is the start
  *   TREVIK_ERR_CONTINUOUS_MIX, TREVIK_ERR_BUSY, TREVIK_ERR_QUEUE_FULL   as in the lines
  *   TREVIK_ERR_ARC_AS_LINE     the points lie in a line: a straight move to the end was made instead (not by
  *                              TrevikA_T_CIR_3P_move, which moves nothing)
- *   TREVIK_ERR_CIRCLE_AS_DIAMETER   TrevikA_CIR_3P_move, the points lie in a line: the circle over the way from the start
- *                              to p2 was made */
+ *   TREVIK_ERR_CIRCLE_AS_DIAMETER   TrevikA_CIR_3P_move, the points lie in a line: the circle over the way from the
+ *                              start to p2 was made */
 
 /* At constant speed. A radius arc whose end is its start moves nothing. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a,
@@ -344,13 +345,15 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CIR_Radius_move(uint8_t card, uint8_t 
 
 /* ---- Helices ------------------------------------------------------------------------------------------------ */
 /* Axes 0 and 1 along a circle while axis 2 moves to end_z in proportion and arrives with them. Axis 3 counts the
- * circle's steps: it must be idle and move nothing else meanwhile; it is not checked. Arguments as in the arcs, with
+ * circle's steps: it must be idle and move nothing else meanwhile; it is not checked. Arguments as in the arcs,
+ * with
  *   end_z        axis 2, absolute or relative by abs_flags[2]
  *   start_speed, max_speed   pulses/s of the leading axis; at most 6,553,500
  *   trigger      0 or 1
- * Results as in the arcs; no axis_pair. With TREVIK_ERR_ARC_AS_LINE nothing moves, but for TrevikA_T_ArcXY_LineZ_3P_move,
- * which makes a line of three axes. S-curve: TREVIK_ERR_PARAM, before anything else but the model check, when the ramp is
- * shorter than its two curved sections; TrevikA_S_ArcXY_LineZ_center_move makes the whole ramp curved instead. */
+ * Results as in the arcs; no axis_pair. With TREVIK_ERR_ARC_AS_LINE nothing moves, but for
+ * TrevikA_T_ArcXY_LineZ_3P_move, which makes a line of three axes. S-curve: TREVIK_ERR_PARAM, before anything else but
+ * the model check, when the ramp is shorter than its two curved sections; TrevikA_S_ArcXY_LineZ_center_move makes the
+ * whole ramp curved instead. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_center_move(uint8_t card, int32_t center_x, int32_t center_y,
                                                                   int32_t end_x, int32_t end_y, int32_t end_z,
                                                                   const uint8_t *abs_flags, uint32_t start_speed,
