@@ -24,7 +24,8 @@ void plan_T_position(benchmark::State &state)
         const std::uint32_t v = ++i % variations;
         const MoveSpeeds speeds{500 + v, 20000 + 100 * v};
         const RampTimes times{0.1, 0.1};
-        TPositionPlan plan = PlanTPosition(speeds, times, SelectMultiplier(speeds.max_pps), 10000 + v);
+        PositionPlan plan =
+            PlanPosition(speeds, {Curve::T, times, {}}, SelectMultiplier(speeds.max_pps), 10000 + v);
         std::uint32_t correction = CorrectionToRegister(1000, plan.profile.MultiplierValue);
         Command command = SelectStartCommand(speeds.start_pps, speeds.max_pps, times);
         benchmark::DoNotOptimize(plan);

@@ -19,7 +19,7 @@
  *
  * THREADS. No function takes a lock. Calls that concern different cards may run at the same time; the application
  * serialises calls that concern the same card, and does not run TrevikA_initial or TrevikA_close beside other
- * calls.
+ * calls. Axes that follow a handwheel are moved by a thread of the library.
  */
 #ifndef TREVIK_A_H
 #define TREVIK_A_H
@@ -104,11 +104,59 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_T_position_move(uint8_t card, uint8_t ax
                                                         uint8_t absolute, uint32_t startSpeed, uint32_t maxSpeed,
                                                         uint32_t accelTime, uint32_t decelTime, uint8_t trigger);
 
+/* The same with S-curve ramps: accelTime and decelTime are the whole ramps, sAccelTime and sDecelTime each of their
+ * two curved sections, ms; the linear section lasts what is left. 0: the whole ramp is curved. A distance too short
+ * for the ramps lowers the maximum speed when decelTime is longer than twice accelTime; otherwise the chip sees to
+ * it.
+ *   TREVIK_ERR_PARAM  also, before anything else but the model check: a ramp shorter than its two curved sections
+ */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_position_move(uint8_t card, uint8_t axis, uint32_t distance,
+                                                        uint8_t absolute, uint32_t startSpeed, uint32_t maxSpeed,
+                                                        uint32_t accelTime, uint32_t decelTime, uint32_t sAccelTime,
+                                                        uint32_t sDecelTime, uint8_t trigger);
+
+/* ---- Changes of a running move ------------------------------------------------------------------------------ */
+
 /* Changes where the running position move ends.
  *   position     pulses from the move's start (absolute 0), or the new end position (absolute not 0)
  *   TREVIK_ERR_NOT_MOVING  the axis is idle or in continuous mode */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_position_change(uint8_t card, uint8_t axis, uint32_t position,
                                                         uint8_t absolute);
+
+/* Gives the running position move a new end, new speeds and new ramps at once; no new start. Arguments as in the
+ * position moves; a relative distance counts from the running move's start. An end where the move started is
+ * allowed.
+ *   TREVIK_ERR_NOT_MOVING  the axis is idle
+ *   TREVIK_ERR_PARAM       maxSpeed above 6,553,500; S: a ramp shorter than its two curved sections (before
+ * anything else but the model check) */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_onLINE_change(uint8_t card, uint8_t axis, uint32_t distance,
+                                                        uint8_t absolute, uint32_t startSpeed, uint32_t maxSpeed,
+                                                        uint32_t accelTime, uint32_t decelTime);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_onLINE_change(uint8_t card, uint8_t axis, uint32_t distance,
+                                                        uint8_t absolute, uint32_t startSpeed, uint32_t maxSpeed,
+                                                        uint32_t accelTime, uint32_t decelTime, uint32_t sAccelTime,
+                                                        uint32_t sDecelTime);
+
+/* ---- Velocity moves ----------------------------------------------------------------------------------------- */
+
+/* Runs an axis at a speed until it is stopped. The axis is not asked whether it is idle. A fixed speed range
+ * counts. startSpeed   pulses/s at which the ramp begins; above maxSpeed the axis ramps down to it maxSpeed
+ * pulses/s; its sign is the direction accelTime    ms from startSpeed to maxSpeed; 0: no ramp sAccelTime   S: ms of
+ * each of the two curved sections of the ramp; 0: the whole ramp is curved TREVIK_ERR_PARAM  a speed above
+ * 6,553,500 either way; S: a ramp shorter than its two curved sections (before anything else but the model check)
+ */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed,
+                                                        uint32_t maxSpeed, uint32_t accelTime);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed,
+                                                        uint32_t maxSpeed, uint32_t accelTime, uint32_t sAccelTime);
+
+/* Gives the running velocity move a new speed, reached after `time` ms with the curve that the move has. Fix the
+ * speed range first: otherwise a new speed may come with a new speed unit, in which the old speed is another one.
+ *   newSpeed     pulses/s; its sign is the direction
+ *   TREVIK_ERR_PARAM       newSpeed above 6,553,500 either way
+ *   TREVIK_ERR_NOT_MOVING  the axis's last operation was no velocity move, or the driver refuses to say */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_change(uint8_t card, uint8_t axis, uint32_t newSpeed,
+                                                        uint32_t time);
 
 /* ---- Stops and speed ---------------------------------------------------------------------------------------- */
 
@@ -124,6 +172,37 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_stop_emg(uint8_t card);
 /* Reads the speed that an axis has now, in pulses/s. In an interpolated move this is the speed of its longest axis.
  */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_read(uint8_t card, uint8_t axis, double *speed);
+
+/* ---- Restart ------------------------------------------------------------------------------------------------ */
+/* Lets stopped position moves go on to where they were to end; axes of one card, at the same time. A restart of
+ * axes that have nothing left does nothing. The axes' states are not looked at. group   2 axes: 0: axes 0 1, 1: 0
+ * 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3 3 axes: 0: axes 0 1 2, 1: 0 1 3, 2: 0 2 3, 3: 1 2 3 TREVIK_ERR_PARAM  no such
+ * group (found out before TREVIK_ERR_HANDLE) */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_OneAxis_restart(uint8_t card, uint8_t axis);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_2Axis_restart(uint8_t card, uint8_t group);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_3Axis_restart(uint8_t card, uint8_t group);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_4Axis_restart(uint8_t card);
+
+/* ---- Homing ------------------------------------------------------------------------------------------------- */
+
+/* Stores in the chip how homing runs.
+ *   mode    0 to 12; what each does is the chip's (virtual cards: docs/virtual-cards.md)
+ *   option  0 to 15
+ *   TREVIK_ERR_PARAM  mode or option above its range */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_home_mode_set(uint8_t card, uint8_t axis, uint8_t mode, uint8_t option);
+
+/* Starts homing by the stored mode.
+ *   startSpeed, maxSpeed   pulses/s; the absolute value counts, maxSpeed at most 6,553,500
+ *   accelTime              ms from startSpeed to maxSpeed; 0 is the SLOWEST ramp here
+ *   direction              0 plus, otherwise minus
+ *   distance               pulses that a search carries; a search runs with, and leaves, home mode 0
+ *   TREVIK_ERR_BUSY, TREVIK_ERR_QUEUE_FULL  as in the position moves
+ *   TREVIK_ERR_PARAM  maxSpeed above its range */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_home_start(uint8_t card, uint8_t axis, uint32_t startSpeed,
+                                                   uint32_t maxSpeed, uint32_t accelTime, uint8_t direction);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_home_search(uint8_t card, uint8_t axis, uint32_t startSpeed,
+                                                    uint32_t maxSpeed, uint32_t accelTime, uint8_t direction,
+                                                    uint32_t distance);
 
 /* ---- Lines -------------------------------------------------------------------------------------------------- */
 /* Straight moves of 2, 3 or 4 axes that start and arrive together.
@@ -194,6 +273,34 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_current_position_read(uint8_t card, uint
 /* Sets the command position of an idle axis; later absolute moves count from it.
  *   TREVIK_ERR_BUSY  the axis is not idle */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_current_position_set(uint8_t card, uint8_t axis, uint32_t position);
+
+/* ---- Handwheel (manual pulser) ------------------------------------------------------------------------------ */
+/* Axes follow a handwheel in software: every 20 ms, on a thread of its own, the library sends each following axis
+ * to its new target. Following runs from TrevikA_initial to the end of the process. An application move on a
+ * following axis competes with it. */
+
+/* Input format (0 to 3) and option (0 to 1) of an axis's handwheel input. Read: both are 0 when the driver refuses.
+ *   TREVIK_ERR_PARAM  above these ranges */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_mode_set(uint8_t card, uint8_t axis, uint8_t format, uint8_t option);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_mode_read(uint8_t card, uint8_t axis, uint8_t *format,
+                                                         uint8_t *option);
+
+/* The handwheel counter of an axis, signed. Axes that follow it when it is set do not move. Read: not written when
+ * the driver refuses. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_counter_read(uint8_t card, uint8_t axis, uint32_t *counter);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_counter_set(uint8_t card, uint8_t axis, uint32_t counter);
+
+/* Says which axis's handwheel drives an axis (source, 0 to 3) and which way (reverse, 0 or 1). An axis that has
+ * never been mapped does not move.
+ *   TREVIK_ERR_PARAM  source or reverse above its range
+ * Here and in TrevikA_pulser_motion_enable TREVIK_ERR_HANDLE comes before TREVIK_ERR_AXIS. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_map_set(uint8_t card, uint8_t axis, uint8_t source, uint8_t reverse);
+
+/* Switches following on (enable 1) from where axis and handwheel are, or off (0).
+ *   ratio   motion pulses for each handwheel count, 1 to 1000; may change while the axis follows
+ *   TREVIK_ERR_PARAM  enable or ratio outside its range, also when switching off */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_motion_enable(uint8_t card, uint8_t axis, uint8_t enable,
+                                                             uint16_t ratio);
 
 #ifdef __cplusplus
 }

@@ -5,7 +5,9 @@
 #include "driver/card.h"
 #include "driver/card_state.h"
 #include "driver/result.h"
+#include "platform/os.h"
 
+#include <array>
 #include <cstdint>
 
 namespace trevik
@@ -24,6 +26,9 @@ class CardManager
 
     // Releases and closes every card. Records and shadows keep their values.
     void Close();
+
+    // The periodic task: every axis that follows a handwheel takes its next step.
+    void PulserFollowTick();
 
     // True for a found card whose model word nobody knows; false for numbers above 15.
     bool unsupported(std::uint8_t card) const
@@ -50,7 +55,14 @@ class CardManager
     }
 
   private:
+    void StartPulserTick();
+
+    // More than any program starts; each start-up that finds cards adds one.
+    static constexpr unsigned most_ticks = 256;
+
     CardTable cards_;
+    std::array<os::UINT, most_ticks> tick_ids_{};
+    unsigned tick_count_ = 0;
 };
 
 // Lives from the loading of the library to its unloading.

@@ -6,9 +6,14 @@
 #include "api/library.h"
 #include "api/line_entry.h"
 #include "motion/continuous.h"
+#include "motion/homing.h"
+#include "motion/online_change.h"
 #include "motion/position_move.h"
+#include "motion/restart.h"
 #include "motion/speed_range.h"
 #include "motion/stop.h"
+#include "motion/velocity.h"
+#include "pulser/pulser.h"
 #include "status/motion_status.h"
 #include "status/position.h"
 
@@ -58,9 +63,58 @@ uint32_t TREVIK_CALL TrevikA_T_position_move(uint8_t card, uint8_t axis, uint32_
                      MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime, decelTime), trigger);
 }
 
+uint32_t TREVIK_CALL TrevikA_S_position_move(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                             uint32_t startSpeed, uint32_t maxSpeed, uint32_t accelTime,
+                                             uint32_t decelTime, uint32_t sAccelTime, uint32_t sDecelTime,
+                                             uint8_t trigger)
+{
+    return AxisEntry(card, axis, SRampTimes{startSpeed, maxSpeed, accelTime, decelTime, sAccelTime, sDecelTime},
+                     SPositionMove, Destination{distance, absolute != 0}, MoveSpeeds{startSpeed, maxSpeed},
+                     Seconds(accelTime, decelTime), trigger);
+}
+
+// Changes of a running move
+
 uint32_t TREVIK_CALL TrevikA_position_change(uint8_t card, uint8_t axis, uint32_t position, uint8_t absolute)
 {
     return AxisEntry(card, axis, PositionChange, Destination{position, absolute != 0});
+}
+
+uint32_t TREVIK_CALL TrevikA_T_onLINE_change(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                             uint32_t startSpeed, uint32_t maxSpeed, uint32_t accelTime,
+                                             uint32_t decelTime)
+{
+    return AxisEntry(card, axis, TOnlineChange, Destination{distance, absolute != 0},
+                     MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime, decelTime));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_onLINE_change(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                             uint32_t startSpeed, uint32_t maxSpeed, uint32_t accelTime,
+                                             uint32_t decelTime, uint32_t sAccelTime, uint32_t sDecelTime)
+{
+    return AxisEntry(card, axis, SRampTimes{startSpeed, maxSpeed, accelTime, decelTime, sAccelTime, sDecelTime},
+                     SOnlineChange, Destination{distance, absolute != 0}, MoveSpeeds{startSpeed, maxSpeed},
+                     Seconds(accelTime, decelTime));
+}
+
+// Velocity moves
+
+uint32_t TREVIK_CALL TrevikA_T_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                             uint32_t accelTime)
+{
+    return AxisEntry(card, axis, TVelocityMove, MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                             uint32_t accelTime, uint32_t sAccelTime)
+{
+    return AxisEntry(card, axis, SRampTime{startSpeed, maxSpeed, accelTime, sAccelTime}, SVelocityMove,
+                     MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime));
+}
+
+uint32_t TREVIK_CALL TrevikA_velocity_change(uint8_t card, uint8_t axis, uint32_t newSpeed, uint32_t time)
+{
+    return AxisEntry(card, axis, VelocityChange, newSpeed, Seconds(time));
 }
 
 // Stops and speed
@@ -78,6 +132,48 @@ uint32_t TREVIK_CALL TrevikA_stop_emg(uint8_t card)
 uint32_t TREVIK_CALL TrevikA_velocity_read(uint8_t card, uint8_t axis, double *speed)
 {
     return AxisEntry(card, axis, VelocityRead, speed);
+}
+
+// Restart
+
+uint32_t TREVIK_CALL TrevikA_OneAxis_restart(uint8_t card, uint8_t axis)
+{
+    return AxisEntry(card, axis, RestartAxis);
+}
+
+uint32_t TREVIK_CALL TrevikA_2Axis_restart(uint8_t card, uint8_t group)
+{
+    return AxisSetEntry(card, AxisPair(group), Restart);
+}
+
+uint32_t TREVIK_CALL TrevikA_3Axis_restart(uint8_t card, uint8_t group)
+{
+    return AxisSetEntry(card, AxisTriple(group), Restart);
+}
+
+uint32_t TREVIK_CALL TrevikA_4Axis_restart(uint8_t card)
+{
+    return AxisSetEntry(card, all_four_axes, Restart);
+}
+
+// Homing
+
+uint32_t TREVIK_CALL TrevikA_home_mode_set(uint8_t card, uint8_t axis, uint8_t mode, uint8_t option)
+{
+    return AxisEntry(card, axis, HomeModeSet, mode, option);
+}
+
+uint32_t TREVIK_CALL TrevikA_home_start(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                        uint32_t accelTime, uint8_t direction)
+{
+    return AxisEntry(card, axis, HomeStart, MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime), direction);
+}
+
+uint32_t TREVIK_CALL TrevikA_home_search(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                         uint32_t accelTime, uint8_t direction, uint32_t distance)
+{
+    return AxisEntry(card, axis, HomeSearch, MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime), direction,
+                     distance);
 }
 
 // Lines
@@ -168,4 +264,36 @@ uint32_t TREVIK_CALL TrevikA_current_position_read(uint8_t card, uint8_t axis, u
 uint32_t TREVIK_CALL TrevikA_current_position_set(uint8_t card, uint8_t axis, uint32_t position)
 {
     return AxisEntry(card, axis, CurrentPositionSet, position);
+}
+
+// Handwheel
+
+uint32_t TREVIK_CALL TrevikA_pulser_mode_set(uint8_t card, uint8_t axis, uint8_t format, uint8_t option)
+{
+    return AxisEntry(card, axis, PulserModeSet, format, option);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulser_mode_read(uint8_t card, uint8_t axis, uint8_t *format, uint8_t *option)
+{
+    return AxisEntry(card, axis, PulserModeRead, format, option);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulser_counter_read(uint8_t card, uint8_t axis, uint32_t *counter)
+{
+    return AxisEntry(card, axis, PulserCounterRead, counter);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulser_counter_set(uint8_t card, uint8_t axis, uint32_t counter)
+{
+    return AxisEntry(card, axis, PulserCounterSet, counter);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulser_map_set(uint8_t card, uint8_t axis, uint8_t source, uint8_t reverse)
+{
+    return CardEntry(card, PulserMapSet, axis, source, reverse);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulser_motion_enable(uint8_t card, uint8_t axis, uint8_t enable, uint16_t ratio)
+{
+    return CardEntry(card, PulserMotionEnable, axis, enable, ratio);
 }

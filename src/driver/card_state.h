@@ -23,8 +23,8 @@ struct CardRecord {
     Relaxed<std::uint16_t> ResourceWord;  // handed out by TrevikA_info
 };
 
-// What an axis's chip cannot tell back. The values here are those of a freshly loaded library; StartUp gives those
-// that start-up writes.
+// What an axis's chip cannot tell back. All zero in a freshly loaded library; start_up gives the values that
+// start-up writes.
 struct AxisShadow {
     Relaxed<std::uint32_t> FixedMultiplier; // used while the speed range is fixed
     Relaxed<std::uint32_t> RangeFixed;      // flag
@@ -41,9 +41,15 @@ struct AxisShadow {
     Relaxed<std::uint8_t> PulserEnabled;
     Relaxed<std::uint16_t> PulserRatio; // motion pulses per handwheel count
     Relaxed<std::uint8_t> PulserMap;    // axis whose handwheel counter drives this axis
-    Relaxed<std::int32_t> PulserBase;   // counts
+    Relaxed<std::int32_t> PulserBase;   // counts times PulserDirection, as followed so far
+    // Start-up leaves the rest as it is.
+    Relaxed<std::int32_t> PulserDirection;              // 1 or -1; 0 until the axis is mapped: it does not follow
+    std::array<Relaxed<std::int32_t>, 5> PulserHistory; // pulses a tick, newest first
+    Relaxed<std::uint32_t> PulserTarget;                // signed pulses: the position that the axis is driven to
+    Relaxed<std::int32_t> PulserLastSpeed;              // pulses/s: the last that was not 0
+    Relaxed<bool> PulserUnsettled; // base and target are not known: a read for them was refused
 
-    static AxisShadow StartUp(std::uint8_t axis);
+    void start_up(std::uint8_t axis);
 };
 
 // A driver handle. Holds the complement, so that the tables are valid before any constructor has run: all zero
@@ -71,15 +77,24 @@ struct alignas(64) CardState {
 
 using CardTable = std::array<CardState, card_count>;
 
-inline AxisShadow AxisShadow::StartUp(std::uint8_t axis)
+inline void AxisShadow::start_up(std::uint8_t axis)
 {
-    AxisShadow shadow{};
-    shadow.FixedMultiplier = 299; // a speed unit of 1 pulse/s
-    shadow.ModeWord = 0x1000041;
-    shadow.CorrectionSpeed = 1000;
-    shadow.PulserRatio = std::uint16_t{1};
-    shadow.PulserMap = axis;
-    return shadow;
+    FixedMultiplier = 299; // a speed unit of 1 pulse/s
+    RangeFixed = 0;
+    ModeWord = 0x1000041;
+    ContinuousFlag = std::uint8_t{0};
+    LastTarget = 0;
+    BacklashEnabled = std::uint8_t{0};
+    CorrectionSpeed = 1000;
+    MoveIssued = std::uint8_t{0};
+    ShortfallPending = std::uint8_t{0};
+    LastMoveWasArc = std::uint8_t{0};
+    ArcShortfall = 0;
+    IrqSourceShadow = 0;
+    PulserEnabled = std::uint8_t{0};
+    PulserRatio = std::uint16_t{1};
+    PulserMap = axis;
+    PulserBase = 0;
 }
 
 } // namespace trevik

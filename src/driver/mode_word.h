@@ -9,6 +9,10 @@ namespace trevik
 enum class OperationCode : std::uint32_t {
     ContinuousPlus = 0x00,
     ContinuousMinus = 0x08,
+    HomePlus = 0x10,
+    HomeMinus = 0x18,
+    HomeSearchPlus = 0x15,
+    HomeSearchMinus = 0x1D,
     Positioning = 0x41,
     PositioningBacklash = 0x49,
     Line = 0x61,

@@ -10,37 +10,8 @@ namespace trevik
 namespace
 {
 
-// The checked axes of a set.
-class LineAxes
-{
-  public:
-    LineAxes(const Card &card, const AxisSet &set) : size_(set.size)
-    {
-        for (unsigned i = 0; i < size_; ++i)
-            axes_[i] = card.axis(set.axes[i]);
-    }
-
-    const Axis *begin() const { return axes_.data(); }
-    const Axis *end() const { return axes_.data() + size_; }
-    const Axis &first() const { return axes_[0]; }
-    const Axis &operator[](std::size_t i) const { return axes_[i]; }
-    std::size_t size() const { return size_; }
-
-    std::uint8_t bits() const
-    {
-        unsigned bits = 0;
-        for (const Axis &axis : *this)
-            bits |= axis.bit();
-        return static_cast<std::uint8_t>(bits);
-    }
-
-  private:
-    std::array<Axis, 4> axes_;
-    std::size_t size_;
-};
-
 // All axes in continuous mode or none, before any status is read; then every axis must be able to take a move.
-Result LineAllowed(const LineAxes &axes)
+Result LineAllowed(const CheckedAxes &axes)
 {
     const bool continuous = axes.first().shadow().ContinuousFlag != 0;
     for (const Axis &axis : axes)
@@ -53,7 +24,7 @@ Result LineAllowed(const LineAxes &axes)
 }
 
 // Signed distance of every axis; the targets advance.
-std::array<std::uint32_t, 4> LineDistances(const LineAxes &axes, const LineDestination &destination)
+std::array<std::uint32_t, 4> LineDistances(const CheckedAxes &axes, const LineDestination &destination)
 {
     std::array<std::uint32_t, 4> distances{};
     for (std::size_t i = 0; i < axes.size(); ++i) {
@@ -64,7 +35,7 @@ std::array<std::uint32_t, 4> LineDistances(const LineAxes &axes, const LineDesti
     return distances;
 }
 
-LinePlan PlanMove(const LineAxes &axes, std::span<const std::uint32_t> distances, MoveSpeeds speeds,
+LinePlan PlanMove(const CheckedAxes &axes, std::span<const std::uint32_t> distances, MoveSpeeds speeds,
                   const LineRamps &ramps)
 {
     std::array<std::uint32_t, 4> magnitudes{};
@@ -77,7 +48,8 @@ LinePlan PlanMove(const LineAxes &axes, std::span<const std::uint32_t> distances
 
 void WriteAxis(const Axis &axis, std::uint32_t distance, const ProfileRegisters &profile, Curve curve)
 {
-    WriteSpeedRegisters(axis, distance, profile);
+    WriteMoveRegister(axis, Register::DISTANCE, distance);
+    WriteSpeedRegisters(axis, profile);
     WriteMoveRegister(axis, Register::RAMPDOWN_POINT, profile.RampDownValue);
     WriteMoveRegister(axis, Register::MODE, axis.shadow().ModeWord);
     if (curve == Curve::S) {
@@ -88,26 +60,13 @@ void WriteAxis(const Axis &axis, std::uint32_t distance, const ProfileRegisters 
 
 } // namespace
 
-AxisSet AxisPair(std::uint8_t selector)
-{
-    constexpr std::array<AxisSet, 6> pairs{
-        {{{0, 1}, 2}, {{0, 2}, 2}, {{0, 3}, 2}, {{1, 2}, 2}, {{1, 3}, 2}, {{2, 3}, 2}}};
-    return selector < pairs.size() ? pairs[selector] : AxisSet{};
-}
-
-AxisSet AxisTriple(std::uint8_t selector)
-{
-    constexpr std::array<AxisSet, 4> triples{{{{0, 1, 2}, 3}, {{0, 1, 3}, 3}, {{0, 2, 3}, 3}, {{1, 2, 3}, 3}}};
-    return selector < triples.size() ? triples[selector] : AxisSet{};
-}
-
 Result LineMove(const Card &card, const AxisSet &set, const LineDestination &destination, MoveSpeeds speeds,
                 const LineRamps &ramps, std::uint8_t trigger)
 {
     const std::uint8_t highest_trigger = set.size == 4 ? 1 : 2;
     if (trigger > highest_trigger || set.size == 0 || destination.absolute_flags == nullptr)
         return Result::Param;
-    const LineAxes axes(card, set);
+    const CheckedAxes axes(card, set);
     if (const Result allowed = LineAllowed(axes); allowed != Result::Ok)
         return allowed;
     for (const Axis &axis : axes)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driver/card.h"
+#include "motion/axis_set.h"
 #include "motion/line_profile.h"
 #include "motion/move.h"
 
@@ -10,17 +11,6 @@
 
 namespace trevik
 {
-
-// The axes of a move, first axis first.
-struct AxisSet {
-    std::array<std::uint8_t, 4> axes{};
-    std::uint8_t size = 0; // 0: no such set
-};
-
-// The sets that a selector names.
-AxisSet AxisPair(std::uint8_t selector);   // 0 to 5
-AxisSet AxisTriple(std::uint8_t selector); // 0 to 3
-inline constexpr AxisSet all_four_axes{{0, 1, 2, 3}, 4};
 
 // Where a line goes. Coordinates in the order of the set's axes; flags by axis number, not 0 for an absolute
 // coordinate, read for axes of the set only.

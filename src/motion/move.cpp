@@ -19,11 +19,28 @@ std::uint32_t PositionMultiplier(const AxisShadow &shadow, std::uint32_t max_spe
     return SelectMultiplier(max_speed);
 }
 
+std::uint32_t VelocityMultiplier(const AxisShadow &shadow, std::uint32_t max_speed)
+{
+    if (shadow.RangeFixed != 0)
+        return shadow.FixedMultiplier;
+    return SelectMultiplier(max_speed);
+}
+
+OperationCode PositioningCode(const AxisShadow &shadow)
+{
+    return shadow.BacklashEnabled != 0 ? OperationCode::PositioningBacklash : OperationCode::Positioning;
+}
+
+void ComposeModeWord(AxisShadow &shadow, OperationCode operation, Curve curve)
+{
+    const std::uint32_t word = mode_field::operation.put(shadow.ModeWord, static_cast<std::uint32_t>(operation));
+    shadow.ModeWord = mode_field::s_curve.put(word, curve == Curve::S);
+}
+
 void ComposeModeWord(AxisShadow &shadow, OperationCode operation, Curve curve, RampDownCase rampdown)
 {
+    ComposeModeWord(shadow, operation, curve);
     std::uint32_t word = shadow.ModeWord;
-    word = mode_field::operation.put(word, static_cast<std::uint32_t>(operation));
-    word = mode_field::s_curve.put(word, curve == Curve::S);
     if (operation == OperationCode::Line)
         word = mode_field::arc_option.put(word, 0);
     word = mode_field::manual_rampdown.put(word, ManualRampDown(rampdown));
@@ -48,9 +65,8 @@ void ClearStartTrigger(AxisShadow &shadow)
     shadow.ModeWord = mode_field::start_trigger.put(shadow.ModeWord, 0);
 }
 
-void WriteSpeedRegisters(const Axis &axis, std::uint32_t distance, const ProfileRegisters &profile)
+void WriteSpeedRegisters(const Axis &axis, const ProfileRegisters &profile)
 {
-    WriteMoveRegister(axis, Register::DISTANCE, distance);
     WriteMoveRegister(axis, Register::START_SPEED, profile.StartSpeedValue);
     WriteMoveRegister(axis, Register::MAX_SPEED, profile.MaxSpeedValue);
     WriteMoveRegister(axis, Register::ACCEL_RATE, profile.AccelRateValue);

@@ -24,6 +24,15 @@ Result MoveAllowed(const Axis &axis);
 // Multiplier of a position-type move: a fixed range counts only while moves are queued back to back.
 std::uint32_t PositionMultiplier(const AxisShadow &shadow, std::uint32_t max_speed);
 
+// Multiplier of a velocity-type move: a fixed range always counts.
+std::uint32_t VelocityMultiplier(const AxisShadow &shadow, std::uint32_t max_speed);
+
+// Operation code and curve of an operation that keeps the rest of the axis's mode word.
+void ComposeModeWord(AxisShadow &shadow, OperationCode operation, Curve curve);
+
+// The operation code of a single-axis positioning move: with or without backlash correction.
+OperationCode PositioningCode(const AxisShadow &shadow);
+
 // Composes the operation code, the curve and the ramp-down bits of a move into the axis's mode word; all other bits
 // stay.
 void ComposeModeWord(AxisShadow &shadow, OperationCode operation, Curve curve, RampDownCase rampdown);
@@ -41,8 +50,8 @@ inline Register MoveRegister(const AxisShadow &shadow, Register direct)
     return shadow.ContinuousFlag != 0 ? PresetOf(direct) : direct;
 }
 
-// Writes distance, speeds, rates and multiplier, the first six registers of every move.
-void WriteSpeedRegisters(const Axis &axis, std::uint32_t distance, const ProfileRegisters &profile);
+// Writes speeds, rates and multiplier in the order of every move.
+void WriteSpeedRegisters(const Axis &axis, const ProfileRegisters &profile);
 
 // Writes one register of the set that the axis's moves go to.
 inline void WriteMoveRegister(const Axis &axis, Register direct, std::uint32_t value)

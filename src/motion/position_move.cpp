@@ -1,27 +1,28 @@
 #include "motion/position_move.h"
 
 #include "motion/target.h"
-#include "status/motion_status.h"
 
 namespace trevik
 {
-
-TPositionPlan PlanTPosition(MoveSpeeds speeds, RampTimes times, std::uint32_t multiplier, std::uint32_t distance)
+namespace
 {
-    TPositionPlan plan;
-    ProfileRegisters &p = plan.profile;
-    p.MultiplierValue = multiplier;
-    p.MaxSpeedValue = SpeedToRegister(Magnitude(speeds.max_pps), multiplier, round_up_offset);
-    p.StartSpeedValue = SpeedToRegister(Magnitude(speeds.start_pps), multiplier, round_up_offset);
-    p.AccelRateValue = TimeToRateT(times.accel_s, p.StartSpeedValue, p.MaxSpeedValue);
-    p.DecelRateValue = TimeToRateT(times.decel_s, p.StartSpeedValue, p.MaxSpeedValue);
-    plan.rampdown = DecideRampDownT(p, times, distance);
-    ApplyRampDown(plan.rampdown, p, distance);
-    return plan;
+
+// The mode word goes before the ramp-down point in S-curve moves, behind it in T-curve moves.
+void WriteShape(const Axis &axis, const ProfileRegisters &profile, Curve curve)
+{
+    if (curve == Curve::T) {
+        WriteMoveRegister(axis, Register::RAMPDOWN_POINT, profile.RampDownValue);
+        WriteMoveRegister(axis, Register::MODE, axis.shadow().ModeWord);
+        return;
+    }
+    WriteMoveRegister(axis, Register::MODE, axis.shadow().ModeWord);
+    WriteMoveRegister(axis, Register::RAMPDOWN_POINT, profile.RampDownValue);
+    WriteMoveRegister(axis, Register::S_ACCEL_RANGE, profile.AccelSRangeValue);
+    WriteMoveRegister(axis, Register::S_DECEL_RANGE, profile.DecelSRangeValue);
 }
 
-Result TPositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, RampTimes times,
-                     std::uint8_t trigger)
+Result PositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, const PositionRamps &ramps,
+                    std::uint8_t trigger)
 {
     if (trigger > 2)
         return Result::Param;
@@ -36,33 +37,60 @@ Result TPositionMove(const Axis &axis, Destination destination, MoveSpeeds speed
     const std::uint32_t distance = DistanceFromTarget(shadow, destination.coordinate, destination.absolute);
     if (distance == 0)
         return Result::Param;
-    const auto [profile, rampdown] = PlanTPosition(speeds, times, multiplier, Magnitude(distance));
-    const bool backlash = shadow.BacklashEnabled != 0;
-    ComposeModeWord(shadow, backlash ? OperationCode::PositioningBacklash : OperationCode::Positioning, Curve::T,
-                    rampdown);
+    const auto [profile, rampdown] = PlanPosition(speeds, ramps, multiplier, Magnitude(distance));
+    ComposeModeWord(shadow, PositioningCode(shadow), ramps.curve, rampdown);
     ApplyStartTrigger(axis, static_cast<StartTrigger>(trigger));
 
-    WriteSpeedRegisters(axis, distance, profile);
-    WriteMoveRegister(axis, Register::RAMPDOWN_POINT, profile.RampDownValue);
-    WriteMoveRegister(axis, Register::MODE, shadow.ModeWord);
+    WriteMoveRegister(axis, Register::DISTANCE, distance);
+    WriteSpeedRegisters(axis, profile);
+    WriteShape(axis, profile, ramps.curve);
     axis.write(Register::CORRECTION_SPEED, CorrectionToRegister(shadow.CorrectionSpeed, multiplier));
     const Result result =
-        axis.command(SelectStartCommand(Magnitude(speeds.start_pps), Magnitude(speeds.max_pps), times));
+        axis.command(SelectStartCommand(Magnitude(speeds.start_pps), Magnitude(speeds.max_pps), ramps.times));
     ClearStartTrigger(shadow);
     return result;
 }
 
-Result PositionChange(const Axis &axis, Destination destination)
+} // namespace
+
+ProfileRegisters PlanRamps(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier)
 {
-    AxisShadow &shadow = axis.shadow();
-    if (shadow.ContinuousFlag != 0 || Idle(axis))
-        return Result::NotMoving;
-    std::uint32_t amount = 0;
-    axis.read(Register::DISTANCE, amount);
-    const std::uint32_t start = shadow.LastTarget - amount;
-    const std::uint32_t end = destination.absolute ? destination.coordinate : start + destination.coordinate;
-    shadow.LastTarget = end;
-    return axis.write(Register::DISTANCE, end - start);
+    ProfileRegisters p;
+    p.MultiplierValue = multiplier;
+    p.MaxSpeedValue = SpeedToRegister(Magnitude(speeds.max_pps), multiplier, round_up_offset);
+    p.StartSpeedValue = SpeedToRegister(Magnitude(speeds.start_pps), multiplier, round_up_offset);
+    if (ramps.curve == Curve::T) {
+        p.AccelRateValue = TimeToRateT(ramps.times.accel_s, p.StartSpeedValue, p.MaxSpeedValue);
+        p.DecelRateValue = TimeToRateT(ramps.times.decel_s, p.StartSpeedValue, p.MaxSpeedValue);
+        return p;
+    }
+    p.AccelSRangeValue = SRangeToRegister(ramps.ranges.accel_pps, multiplier);
+    p.DecelSRangeValue = SRangeToRegister(ramps.ranges.decel_pps, multiplier);
+    p.AccelRateValue = TimeToRateS(ramps.times.accel_s, p.StartSpeedValue, p.MaxSpeedValue, p.AccelSRangeValue);
+    p.DecelRateValue = TimeToRateS(ramps.times.decel_s, p.StartSpeedValue, p.MaxSpeedValue, p.DecelSRangeValue);
+    return p;
+}
+
+PositionPlan PlanPosition(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier,
+                          std::uint32_t distance)
+{
+    PositionPlan plan{PlanRamps(speeds, ramps, multiplier)};
+    plan.rampdown = ramps.curve == Curve::T ? DecideRampDownT(plan.profile, ramps.times, distance)
+                                            : DecideRampDownS(plan.profile, ramps.times, distance);
+    ApplyRampDown(plan.rampdown, plan.profile, distance);
+    return plan;
+}
+
+Result TPositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, RampTimes times,
+                     std::uint8_t trigger)
+{
+    return PositionMove(axis, destination, speeds, {Curve::T, times, {}}, trigger);
+}
+
+Result SPositionMove(const Axis &axis, SRangeSpeeds ranges, Destination destination, MoveSpeeds speeds,
+                     RampTimes times, std::uint8_t trigger)
+{
+    return PositionMove(axis, destination, speeds, {Curve::S, times, ranges}, trigger);
 }
 
 } // namespace trevik

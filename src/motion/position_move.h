@@ -1,4 +1,4 @@
-// Single-axis position moves and the change of a running one's end.
+// Single-axis position moves.
 #pragma once
 
 #include "driver/card.h"
@@ -16,19 +16,31 @@ struct Destination {
     bool absolute;
 };
 
-// T-curve move to a destination. `trigger` as the caller gave it: Param above 2. Other results: MoveAllowed's,
-// Param for a maximum speed too high or nothing to move, and that of the start command.
-Result TPositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, RampTimes times,
-                     std::uint8_t trigger);
+// The ramps of a move.
+struct PositionRamps {
+    Curve curve = Curve::T;
+    RampTimes times;
+    SRangeSpeeds ranges; // S-curve only
+};
 
-// The register values of a T-curve move over `distance` pulses (an absolute value), without its distance.
-struct TPositionPlan {
+// The register values of a move, without its distance.
+struct PositionPlan {
     ProfileRegisters profile;
     RampDownCase rampdown = RampDownCase::Automatic;
 };
-TPositionPlan PlanTPosition(MoveSpeeds speeds, RampTimes times, std::uint32_t multiplier, std::uint32_t distance);
 
-// New end for the running move, measured from its start. NotMoving: idle, or in continuous mode.
-Result PositionChange(const Axis &axis, Destination destination);
+// Speeds, rates and S ranges, before the ramp-down is decided.
+ProfileRegisters PlanRamps(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier);
+
+// Everything, for a move over `distance` pulses (an absolute value).
+PositionPlan PlanPosition(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier,
+                          std::uint32_t distance);
+
+// Moves to a destination. `trigger` as the caller gave it: Param above 2. Other results: MoveAllowed's, Param for a
+// maximum speed too high or nothing to move, and that of the start command.
+Result TPositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, RampTimes times,
+                     std::uint8_t trigger);
+Result SPositionMove(const Axis &axis, SRangeSpeeds ranges, Destination destination, MoveSpeeds speeds,
+                     RampTimes times, std::uint8_t trigger);
 
 } // namespace trevik

@@ -8,8 +8,6 @@ namespace
 // Rate of a ramp that takes `periods` reference clocks for each step of the rate; `flat`: there is nothing to ramp.
 std::uint32_t RampRate(double time_s, std::uint32_t periods, bool flat)
 {
-    if (time_s == 0.0)
-        return 1;
     return flat ? highest_register : QuotientToRate(time_s * reference_clock_hz / periods);
 }
 
@@ -42,18 +40,27 @@ std::uint32_t QuotientToRate(double quotient)
     return rate > static_cast<std::int32_t>(highest_register) ? highest_register : static_cast<std::uint32_t>(rate);
 }
 
+std::uint32_t RiseToRateT(double time_s, std::uint32_t rise)
+{
+    return RampRate(time_s, rise * 4, rise == 0);
+}
+
+std::uint32_t RiseToRateS(double time_s, std::uint32_t rise, std::uint32_t s_range)
+{
+    if (s_range == 0)
+        return RampRate(time_s, rise * 8, rise == 0);
+    const std::uint32_t whole = rise + 2 * s_range;
+    return RampRate(time_s, whole * 4, whole == 0);
+}
+
 std::uint32_t TimeToRateT(double time_s, std::uint32_t start, std::uint32_t maximum)
 {
-    return RampRate(time_s, (maximum - start) * 4, maximum == start);
+    return time_s == 0.0 ? 1 : RiseToRateT(time_s, maximum - start);
 }
 
 std::uint32_t TimeToRateS(double time_s, std::uint32_t start, std::uint32_t maximum, std::uint32_t s_range)
 {
-    const std::uint32_t rise = maximum - start;
-    if (s_range == 0)
-        return RampRate(time_s, rise * 8, rise == 0);
-    const std::uint32_t periods = (rise + 2 * s_range) * 4;
-    return RampRate(time_s, periods, periods == 0);
+    return time_s == 0.0 ? 1 : RiseToRateS(time_s, maximum - start, s_range);
 }
 
 bool CheckSCurveTimes(std::uint32_t start_speed, std::uint32_t max_speed, std::uint32_t ramp_ms, std::uint32_t s_ms,
@@ -75,9 +82,9 @@ std::uint32_t SRangeToRegister(std::int32_t s_range_speed, std::uint32_t multipl
     return Clamp((multiplier + 1) * static_cast<std::uint32_t>(s_range_speed) / 300, highest_s_range);
 }
 
-std::uint32_t CorrectionToRegister(std::uint32_t correction_speed, std::uint32_t multiplier)
+std::uint32_t WholeSpeedToRegister(std::uint32_t speed, std::uint32_t multiplier)
 {
-    return Clamp((multiplier + 1) * correction_speed / 300, highest_register);
+    return Clamp((multiplier + 1) * speed / 300, highest_register);
 }
 
 Command SelectStartCommand(std::uint32_t start_speed, std::uint32_t max_speed, RampTimes times)

@@ -7,6 +7,7 @@
 
 #include "driver/registers.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace trevik
@@ -94,7 +95,12 @@ std::uint32_t SpeedToRegister(double speed_pps, std::uint32_t multiplier, double
 std::uint32_t TimeToRateT(double time_s, std::uint32_t start, std::uint32_t maximum);
 std::uint32_t TimeToRateS(double time_s, std::uint32_t start, std::uint32_t maximum, std::uint32_t s_range);
 
-// The clamp that every rate gets: what remains of a quotient less 1, read as signed, in 1 to 65535.
+// Rate register of a ramp over `rise` speed units, T-curve and S-curve. Without a rise there is nothing to ramp:
+// the slowest, also for a time of 0, which otherwise gives the fastest.
+std::uint32_t RiseToRateT(double time_s, std::uint32_t rise);
+std::uint32_t RiseToRateS(double time_s, std::uint32_t rise, std::uint32_t s_range);
+
+// The clamp that every such rate gets: what remains of a quotient less 1, read as signed, in 1 to 65535.
 std::uint32_t QuotientToRate(double quotient);
 
 // Speed gained in each curved section of a ramp of `ramp_ms` whose curved sections last `s_ms` each. False when the
@@ -105,11 +111,35 @@ bool CheckSCurveTimes(std::uint32_t start_speed, std::uint32_t max_speed, std::u
 // S range register of a speed gained in a curved section; 0 stays 0.
 std::uint32_t SRangeToRegister(std::int32_t s_range_speed, std::uint32_t multiplier);
 
+// Register value of a speed in pulses/s by integers alone, as homing computes it.
+std::uint32_t WholeSpeedToRegister(std::uint32_t speed, std::uint32_t multiplier);
+
 // CORRECTION_SPEED for a correction speed in pulses/s.
-std::uint32_t CorrectionToRegister(std::uint32_t correction_speed, std::uint32_t multiplier);
+inline std::uint32_t CorrectionToRegister(std::uint32_t correction_speed, std::uint32_t multiplier)
+{
+    return WholeSpeedToRegister(correction_speed, multiplier);
+}
 
 // Start command of a move; speeds as magnitudes.
 Command SelectStartCommand(std::uint32_t start_speed, std::uint32_t max_speed, RampTimes times);
+
+// The one ramp of an S-curve velocity move as its caller gives it. Its speeds may have signs and fall: the curved
+// sections are those of the same rise.
+struct SRampTime {
+    std::uint32_t start_speed;
+    std::uint32_t max_speed;
+    std::uint32_t ramp_ms;
+    std::uint32_t s_ms;
+
+    // False when the ramp is shorter than its curved sections.
+    bool ranges(SRangeSpeeds &speeds) const
+    {
+        const auto [low, high] = std::minmax({Magnitude(start_speed), Magnitude(max_speed)});
+        const bool fits = CheckSCurveTimes(low, high, ramp_ms, s_ms, speeds.accel_pps);
+        speeds.decel_pps = speeds.accel_pps;
+        return fits;
+    }
+};
 
 // The two ramps of an S-curve move as its caller gives them.
 struct SRampTimes {

@@ -173,8 +173,13 @@ bool DecidedByTimes(RampTimes times, RampDownCase &c)
 RampDownCase DecideRampDownT(const ProfileRegisters &profile, RampTimes times, std::uint32_t distance)
 {
     RampDownCase c{};
-    if (DecidedByTimes(times, c))
-        return c;
+    return DecidedByTimes(times, c) ? c : DecideManualRampDownT(profile, times, distance);
+}
+
+RampDownCase DecideManualRampDownT(const ProfileRegisters &profile, RampTimes times, std::uint32_t distance)
+{
+    if (times.decel_s == 0.0)
+        return RampDownCase::NoDeceleration;
     const Terms t(profile);
     const double X = t.A() * t.B / t.K;
     return X >= distance ? RampDownCase::Short : RampDownCase::Full;

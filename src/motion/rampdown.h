@@ -52,6 +52,9 @@ constexpr bool ShortProfile(RampDownCase c)
 RampDownCase DecideRampDownT(const ProfileRegisters &profile, RampTimes times, std::uint32_t distance);
 RampDownCase DecideRampDownS(const ProfileRegisters &profile, RampTimes times, std::uint32_t distance);
 
+// The case of a T-curve change of a running move, for which the chip never finds the point itself.
+RampDownCase DecideManualRampDownT(const ProfileRegisters &profile, RampTimes times, std::uint32_t distance);
+
 // Fills in the ramp-down point by the case; the reduced S-curve cases lower the maximum speed, and PureReduced
 // makes the ramps wholly curved. The rates stay as they are.
 void ApplyRampDown(RampDownCase c, ProfileRegisters &profile, std::uint32_t distance);

@@ -17,23 +17,25 @@ std::uint32_t StopRate(const Axis &axis, double decel_s)
     axis.read(Register::MAX_SPEED, speed);
     axis.read(Register::S_DECEL_RANGE, s_range);
     const bool s_curve = mode_field::s_curve.get(axis.shadow().ModeWord) != 0;
-    return s_curve ? TimeToRateS(decel_s, 0, speed, s_range) : TimeToRateT(decel_s, 0, speed);
+    if (s_curve && s_range != 0 && (speed + 2 * s_range) * 4 == 0)
+        return highest_register; // the whole divisor wraps to 0
+    return s_curve ? RiseToRateS(decel_s, speed, s_range) : RiseToRateT(decel_s, speed);
 }
 
-Result StopDecelerating(const Card &card, const std::uint8_t *axes, double decel_s)
+// Calls an operation with every axis of a set, in axis order.
+template <class Operation>
+void Each(const Card &card, std::uint8_t set, Operation operation)
 {
-    unsigned set = 0;
-    for (std::uint8_t n = 0; n < axis_count; ++n) {
-        if (axes[n] != 1)
-            continue;
-        const Axis axis = card.axis(n);
-        axis.write(Register::DECEL_RATE, StopRate(axis, decel_s));
-        set |= axis.bit();
-    }
-    const Result result = card.command(static_cast<std::uint8_t>(set), Command::CMD_STOP_DECEL);
     for (std::uint8_t n = 0; n < axis_count; ++n)
-        if (axes[n] == 1)
-            card.axis(n).shadow().MoveIssued = std::uint8_t{1};
+        if ((set & AxisBit(n)) != 0)
+            operation(card.axis(n));
+}
+
+Result SlowDown(const Card &card, std::uint8_t set, double decel_s)
+{
+    Each(card, set, [=](const Axis &axis) { axis.write(Register::DECEL_RATE, StopRate(axis, decel_s)); });
+    const Result result = card.command(set, Command::CMD_STOP_DECEL);
+    Each(card, set, [](const Axis &axis) { axis.shadow().MoveIssued = std::uint8_t{1}; });
     return result;
 }
 
@@ -41,13 +43,10 @@ Result StopDecelerating(const Card &card, const std::uint8_t *axes, double decel
 Result StopAtOnce(const Card &card, std::uint8_t set, Command command)
 {
     Result result = card.command(set, command);
-    for (std::uint8_t n = 0; n < axis_count; ++n) {
-        const Axis axis = card.axis(n);
-        if ((set & axis.bit()) == 0)
-            continue;
+    Each(card, set, [&](const Axis &axis) {
         result = SyncLastTarget(axis);
         axis.shadow().MoveIssued = std::uint8_t{1};
-    }
+    });
     return result;
 }
 
@@ -57,13 +56,22 @@ Result Stop(const Card &card, const std::uint8_t *axes, double decel_s)
 {
     if (axes == nullptr)
         return Result::Param;
-    if (decel_s != 0.0)
-        return StopDecelerating(card, axes, decel_s);
-    unsigned set = 0;
+    unsigned selected = 0;
     for (std::uint8_t n = 0; n < axis_count; ++n)
         if (axes[n] == 1)
-            set |= AxisBit(n);
-    return StopAtOnce(card, static_cast<std::uint8_t>(set), Command::CMD_STOP_IMMEDIATE);
+            selected |= AxisBit(n);
+    const auto set = static_cast<std::uint8_t>(selected);
+    return decel_s != 0.0 ? SlowDown(card, set, decel_s) : StopAtOnce(card, set, Command::CMD_STOP_IMMEDIATE);
+}
+
+Result StopDecelerating(const Axis &axis, double decel_s)
+{
+    return SlowDown(axis.card(), axis.bit(), decel_s);
+}
+
+Result StopImmediate(const Axis &axis)
+{
+    return StopAtOnce(axis.card(), axis.bit(), Command::CMD_STOP_IMMEDIATE);
 }
 
 Result EmergencyStop(const Card &card)

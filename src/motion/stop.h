@@ -12,6 +12,10 @@ namespace trevik
 // standstill, or at once when it is 0.
 Result Stop(const Card &card, const std::uint8_t *axes, double decel_s);
 
+// The same for one axis; 0 s is the fastest deceleration here.
+Result StopDecelerating(const Axis &axis, double decel_s);
+Result StopImmediate(const Axis &axis);
+
 // Stops all four axes at once.
 Result EmergencyStop(const Card &card);
 
