@@ -58,7 +58,7 @@ void Chip::update_next_event(std::int64_t now_ns)
             continue;
         if (section.state == State::Waiting)
             section.due = comparator_time(section, now_ns);
-        else if ((fitted_axes_ & section.group) != 0)
+        else
             find_edge(section, now_ns);
         const std::int64_t event_ns = section.next().reached_ns();
         if (event_ns < next_event_ns_)

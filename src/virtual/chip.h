@@ -114,8 +114,8 @@ class Chip
     // A moment of a running operation, and what its leader has put out by then.
     struct Instant {
         Moment when;
-        std::int64_t pulses;
-        bool arrived; // with this pulse; false: something else has changed
+        std::int64_t pulses = 0;
+        bool arrived = false; // with this pulse; false: something else has changed
     };
 
     // The sections of a set, in axis order.

@@ -72,7 +72,7 @@ void Chip::surroundings_changed(unsigned axis, std::int64_t now_ns)
 void Chip::find_edge(Section &leader, std::int64_t now_ns)
 {
     leader.edge = {};
-    if (leader.longest == 0)
+    if (leader.longest == 0 || (leader.group & fitted_axes_) == 0)
         return;
     std::int64_t pulses = leader_pulses(leader, now_ns);
     if (pulses < leader.passed)

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <vector>
 
 using namespace trevik::test;
 using trevik::Register;
@@ -238,4 +239,113 @@ TEST_CASE("an axis follows the handwheel")
     TrevikHost_advance(5);
     CHECK((TrevikVirtual_counter_read(0, 0, 4, &counts) == TREVIK_OK && counts == 500 - 1000 + 400 - 7));
     CHECK((at() == counts * 3 && machine.idle(1)));
+}
+
+namespace
+{
+
+// What a program and a machine may do at any moment, on one axis or two.
+void DoSomething(Draw &draw)
+{
+    const auto axis = static_cast<std::uint8_t>(draw.between(0, 1));
+    const std::uint8_t axes[4] = {static_cast<std::uint8_t>(axis == 0), static_cast<std::uint8_t>(axis == 1), 0, 0};
+    const std::uint32_t speed = draw.magnitude(1000, 1e6);
+    const std::uint32_t start = draw.magnitude(10, 2000);
+    const std::uint32_t up_ms = draw.between(0, 2) * 40;
+    const std::uint32_t down_ms = draw.between(0, 2) * 40;
+    const std::int32_t distance = draw.distance(1, 1e5);
+    const auto side = static_cast<std::uint8_t>(draw.between(0, 1));
+    const std::int32_t first = draw.distance(1, 3e4);
+    switch (draw.between(0, 16)) {
+    case 0:
+    case 1:
+        TrevikA_T_position_move(0, axis, Unsigned(distance), 0, start, speed, up_ms, down_ms, 0);
+        break;
+    case 2:
+        TrevikA_S_position_move(0, axis, Unsigned(distance), side, start, speed, up_ms, down_ms, 0, 10, 0);
+        break;
+    case 3:
+        TrevikA_T_LINE2_move(0, 0, distance, first, relative, start, speed, up_ms, down_ms, 0);
+        break;
+    case 4:
+        TrevikA_T_velocity_move(0, axis, start, side != 0 ? speed : 0 - speed, up_ms);
+        break;
+    case 5:
+        TrevikA_velocity_change(0, axis, side != 0 ? speed : 0 - speed, up_ms);
+        break;
+    case 6:
+        TrevikA_T_onLINE_change(0, axis, Unsigned(distance), 1, start, speed, up_ms, down_ms);
+        break;
+    case 7:
+        TrevikA_S_onLINE_change(0, axis, Unsigned(distance), 0, start, speed, up_ms, down_ms, up_ms / 2, 0);
+        break;
+    case 8:
+        TrevikA_home_mode_set(0, axis, static_cast<std::uint8_t>(draw.between(0, 12)), side);
+        TrevikA_home_start(0, axis, start, speed, up_ms, side);
+        break;
+    case 9:
+        TrevikA_home_search(0, axis, start, speed, up_ms, side, 500);
+        break;
+    case 10:
+        TrevikA_stop(0, axes, down_ms);
+        break;
+    case 11:
+        TrevikA_2Axis_restart(0, 0);
+        break;
+    case 12:
+        TrevikA_continuous_flag_set(0, axis, side);
+        break;
+    case 13:
+        WriteRegister(axis, Register::SIGNAL_CONFIG1, side * 0x108u);
+        WriteRegister(axis, Register::MOTION_CONFIG, 1u << 12 | draw.between(0, 100));
+        break;
+    case 14:
+        TrevikVirtual_switch_set(0, axis, static_cast<std::uint8_t>(draw.between(0, 5)), first, first + 2000);
+        break;
+    case 15:
+        TrevikVirtual_index_set(0, axis, first, draw.between(0, 1000));
+        break;
+    default:
+        TrevikVirtual_input_set(0, axis, static_cast<std::uint8_t>(draw.between(0, 5)), 0);
+        TrevikVirtual_switch_clear(0, axis, static_cast<std::uint8_t>(draw.between(0, 5)));
+        break;
+    }
+}
+
+// Everything that can be seen of the two axes after 60 random doings, the clock moving in `steps` between them.
+std::vector<double> RandomLife(unsigned seed, int steps)
+{
+    const VirtualMachine machine;
+    Draw draw(seed);
+    std::vector<double> seen;
+    for (int i = 0; i < 60; ++i) {
+        DoSomething(draw);
+        const double seconds = draw.between(0, 3) == 0 ? 0 : draw.magnitude(1, 1000) * 1e-3;
+        for (int step = 0; step < steps; ++step) {
+            TrevikHost_advance(seconds / steps);
+            if (steps > 1) {
+                std::uint8_t active = 0;
+                TrevikVirtual_input_read(0, 0, TREVIK_VIRTUAL_HOME, &active);
+                CHECK(VirtualMachine::next_event() >= 0);
+            }
+        }
+        for (std::uint8_t axis = 0; axis < 2; ++axis) {
+            seen.push_back(VirtualMachine::at(axis));
+            seen.push_back(VirtualMachine::stands(axis));
+            seen.push_back(VirtualMachine::idle(axis));
+            seen.push_back(Errors(axis));
+            seen.push_back(ReadStatus(axis, StatusRegister::REMAINING));
+        }
+    }
+    return seen;
+}
+
+} // namespace
+
+TEST_CASE("whatever happens, the steps of the clock make no difference")
+{
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        CAPTURE(seed);
+        CHECK(RandomLife(seed, 1) == RandomLife(seed, 8)); // steps of whole nanoseconds: ms / 8
+    }
 }
