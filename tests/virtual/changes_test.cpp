@@ -73,6 +73,23 @@ TEST_CASE_FIXTURE(VirtualMachine, "moves that change all the time keep their spe
     }
 }
 
+TEST_CASE_FIXTURE(VirtualMachine, "an online change brings its speeds and ramps with it")
+{
+    CHECK(TrevikA_T_position_move(0, 0, 100000, 0, 500, 20000, 100, 100, 0) == TREVIK_OK);
+    TrevikHost_advance(0.5);
+    CHECK(TrevikA_T_onLINE_change(0, 0, 150000, 1, 100, 60000, 200, 300) == TREVIK_OK);
+    TrevikHost_advance(0.3);
+    CHECK(speed(0) == doctest::Approx(60000).epsilon(0.001));
+    CHECK(TrevikA_S_onLINE_change(0, 0, 20000, 0, 5000, 5000, 0, 0, 0, 0) == TREVIK_OK); // behind
+    TrevikHost_advance(1);
+    CHECK(speed(0) == doctest::Approx(-5000).epsilon(0.001));
+    // At its start speed an axis needs no ramp, whatever the rate is, and turns round at once.
+    const std::int32_t there = at(0);
+    CHECK(TrevikA_position_change(0, 0, 100000, 1) == TREVIK_OK);
+    CHECK(run_out() == doctest::Approx((100000 - there) / 5000.0).epsilon(0.001));
+    CHECK(at(0) == 100000);
+}
+
 TEST_CASE_FIXTURE(VirtualMachine, "a new end every 20 ms, for an hour")
 {
     std::int32_t end = 30;

@@ -59,7 +59,14 @@ TEST_CASE_FIXTURE(VirtualMachine, "home modes")
                 CHECK(TrevikA_current_position_set(0, 0, 7) == TREVIK_OK);
                 CHECK(TrevikA_home_mode_set(0, 0, row.mode, 2) == TREVIK_OK);
                 CHECK(TrevikA_home_start(0, 0, 500, 5000, ramp_ms, side < 0) == TREVIK_OK);
-                run_out();
+                double last_pps = 0;
+                while (!idle(0)) {
+                    last_pps = speed(0) != 0 ? std::abs(speed(0)) : last_pps;
+                    TrevikHost_advance(std::min(next_event(), 1e-4));
+                }
+                const bool slowly = row.mode == 1 || (row.mode == 2 && ramp_ms != 0) || row.mode == 4 ||
+                                    row.mode == 6 || row.mode == 7;
+                CHECK((last_pps == doctest::Approx(500).epsilon(0.001) || !slowly));
                 // 4500 pulses/s in 50 ms, 2750 pulses/s on average; without ramps it stops at once.
                 const int slowing = ramp_ms == 0 ? 0 : row.slowing;
                 const double end = side * (row.end + slowing * 2750 * 0.05);
@@ -96,8 +103,14 @@ TEST_CASE_FIXTURE(VirtualMachine, "a search finds home from the asked side, wher
             }
         }
     }
-    // With no home switch it ends at the other limit.
+    // With no home switch it ends at the other limit; a stop ends it, too.
     const VirtualMachine machine;
+    const std::uint8_t first_axis[4] = {1, 0, 0, 0};
+    CHECK(TrevikA_home_search(0, 0, 500, 5000, 50, 0, 300) == TREVIK_OK);
+    TrevikHost_advance(0.1);
+    CHECK(TrevikA_stop(0, first_axis, 100) == TREVIK_OK);
+    CHECK(run_out() == doctest::Approx(0.1).epsilon(0.05));
+    CHECK(TrevikVirtual_position_set(0, 0, 0) == TREVIK_OK);
     CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 3000, highest) == TREVIK_OK);
     CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_MINUS_LIMIT, lowest, -500) == TREVIK_OK);
     CHECK(TrevikA_home_search(0, 0, 500, 5000, 50, 0, 300) == TREVIK_OK);
@@ -120,14 +133,14 @@ TEST_CASE_FIXTURE(VirtualMachine, "end limits stop what moves into them, and not
             WriteRegister(1, Register::SIGNAL_CONFIG1, row.config);
             TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_PLUS_LIMIT, 3333, highest);
             TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_MINUS_LIMIT, lowest, -3333);
-            const auto go = [&](std::int32_t distance) {
-                return line ? TrevikA_T_LINE2_move(0, 0, 8000, distance, relative, 500, 20000, 50, 50, 0)
-                            : TrevikA_T_position_move(0, 1, Unsigned(distance), 0, 500, 20000, 50, 50, 0);
+            const auto go = [&](std::int32_t distance, std::uint32_t up_ms = 50) {
+                return line ? TrevikA_T_LINE2_move(0, 0, 8000, distance, relative, 500, 20000, up_ms, 50, 0)
+                            : TrevikA_T_position_move(0, 1, Unsigned(distance), 0, 500, 20000, up_ms, 50, 0);
             };
             TrevikA_continuous_flag_set(0, 0, 1);
             TrevikA_continuous_flag_set(0, 1, 1);
             CHECK(go(row.distance) == TREVIK_OK);
-            CHECK(go(row.distance) == TREVIK_OK); // dropped with the first one
+            CHECK(go(-row.distance) == TREVIK_OK); // dropped with the first one
             run_out();
             const std::int32_t size = std::abs(stands(1));
             CHECK((row.config == 0 ? size == 3333 : size > 3500 && size < 4200));
@@ -136,7 +149,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "end limits stop what moves into them, and not
             CHECK((idle(0) && idle(1) && Errors(1) == row.error && Errors(0) == 0));
             // Farther in: not a pulse. Out: freely.
             const std::int32_t there = stands(1);
-            CHECK(go(row.distance) == TREVIK_OK);
+            CHECK(go(row.distance, 0) == TREVIK_OK); // from its full speed
             CHECK((idle(1) && stands(1) == there && Errors(1) == row.error));
             CHECK(go(-row.distance) == TREVIK_OK);
             run_out();
