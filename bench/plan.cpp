@@ -35,26 +35,37 @@ void plan_T_position(benchmark::State &state)
 }
 BENCHMARK(plan_T_position);
 
-// With ramps whose ramp-down point the chip does not find: the whole arithmetic, a short move now and then.
-void plan_S_position(benchmark::State &state)
+// From the caller's milliseconds on.
+void PlanS(benchmark::State &state, std::uint32_t decel_ms, std::uint32_t distance)
 {
     std::uint32_t i = 0;
     for (auto _ : state) {
         const std::uint32_t v = ++i % variations;
-        const MoveSpeeds speeds{500 + v, 20000 + 100 * v};
-        const SRampTimes ramps{speeds.start_pps, speeds.max_pps, 100, 300, 20 + v / 8, 50};
-        PositionRamps position_ramps{Curve::S, Seconds(ramps.accel_ms, ramps.decel_ms), {}};
-        benchmark::DoNotOptimize(ramps.ranges(position_ramps.ranges));
-        PositionPlan plan = PlanPosition(speeds, position_ramps, SelectMultiplier(speeds.max_pps),
-                                         v % 4 == 0 ? 1000 + v : 10000 + v);
+        const SRampTimes given{500 + v, 20000 + 100 * v, 100, decel_ms, 20 + v / 8, 30};
+        const MoveSpeeds speeds{given.start_speed, given.max_speed};
+        MoveRamps ramps{Curve::S, Seconds(given.accel_ms, given.decel_ms), {}};
+        benchmark::DoNotOptimize(given.ranges(ramps.ranges));
+        PositionPlan plan = PlanPosition(speeds, ramps, SelectMultiplier(speeds.max_pps), distance + v);
         std::uint32_t correction = CorrectionToRegister(1000, plan.profile.MultiplierValue);
-        Command command = SelectStartCommand(speeds.start_pps, speeds.max_pps, position_ramps.times);
+        Command command = SelectStartCommand(speeds.start_pps, speeds.max_pps, ramps.times);
         benchmark::DoNotOptimize(plan);
         benchmark::DoNotOptimize(correction);
         benchmark::DoNotOptimize(command);
     }
 }
+
+void plan_S_position(benchmark::State &state)
+{
+    PlanS(state, 100, 10000);
+}
 BENCHMARK(plan_S_position);
+
+// The library finds the ramp-down point, and lowers the maximum speed.
+void plan_S_position_fitted(benchmark::State &state)
+{
+    PlanS(state, 300, 1000);
+}
+BENCHMARK(plan_S_position_fitted);
 
 void PlanLines(benchmark::State &state, std::size_t axes)
 {

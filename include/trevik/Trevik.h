@@ -7,7 +7,7 @@
  *   - moves have no trigger: they start at once
  *   - lines have one absolute/relative flag for all their axes
  *   - the S forms take the speed gained in each curved section (pulses/s) where the current ones take its time; the
- * S1 forms take whole ramp times and curved times in milliseconds and refuse a ramp shorter than its two curved
+ *     S1 forms take whole ramp times and curved times in milliseconds and refuse a ramp shorter than its two curved
  *     sections with TREVIK_ERR_PARAM, before anything else
  *
  * New programs use TrevikA.h.
@@ -85,7 +85,7 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_velocity_change(uint8_t card, uint8_t axi
 
 /* Only here: TrevikA_velocity_change with an S-curve ramp of a linear section of linearTime ms between curved ones
  * of sTime ms (an axis that runs a T-curve keeps to it and takes linearTime). The axis is not asked what it runs:
- * no TREVIK_ERR_NOT_MOVING. No time at all is the slowest ramp. */
+ * no TREVIK_ERR_NOT_MOVING. */
 TREVIK_API uint32_t TREVIK_CALL Trevik_S1_velocity_change(uint8_t card, uint8_t axis, uint32_t newSpeed,
                                                           uint32_t linearTime, uint32_t sTime);
 
@@ -160,6 +160,52 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_S1_curve_move_LINE4(uint8_t card, int32_t
                                                            uint32_t start_speed, uint32_t max_speed,
                                                            uint32_t accel_ms, uint32_t decel_ms,
                                                            uint32_t s_accel_ms, uint32_t s_decel_ms);
+
+/* Only here: new end, speeds and T-curve ramps for the running line of these axes, all at once; no new start.
+ * absolute 0: distances from where the line started. TREVIK_ERR_NOT_MOVING: an axis of the set is idle. */
+TREVIK_API uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change_LINE2(uint8_t card, uint8_t axis_set, int32_t pos_a,
+                                                                   int32_t pos_b, uint8_t absolute,
+                                                                   uint32_t start_speed, uint32_t max_speed,
+                                                                   double accel_s, double decel_s);
+TREVIK_API uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change_LINE3(uint8_t card, uint8_t axis_set, int32_t pos_a,
+                                                                   int32_t pos_b, int32_t pos_c, uint8_t absolute,
+                                                                   uint32_t start_speed, uint32_t max_speed,
+                                                                   double accel_s, double decel_s);
+TREVIK_API uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change_LINE4(uint8_t card, int32_t pos_0, int32_t pos_1,
+                                                                   int32_t pos_2, int32_t pos_3, uint8_t absolute,
+                                                                   uint32_t start_speed, uint32_t max_speed,
+                                                                   double accel_s, double decel_s);
+
+/* ---- Arcs and circles --------------------------------------------------------------------------------------- */
+
+/* TrevikA_ARC_center_move; XY and ZA: always of axes 0 1, and of axes 2 3. */
+TREVIK_API uint32_t TREVIK_CALL Trevik_ARC2_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a,
+                                                        int32_t center_b, int32_t end_a, int32_t end_b, uint8_t abs,
+                                                        uint32_t speed, uint8_t dir);
+TREVIK_API uint32_t TREVIK_CALL Trevik_ARC_center_move_XY(uint8_t card, int32_t center_a, int32_t center_b,
+                                                          int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed,
+                                                          uint8_t dir);
+TREVIK_API uint32_t TREVIK_CALL Trevik_ARC_center_move_ZA(uint8_t card, int32_t center_a, int32_t center_b,
+                                                          int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed,
+                                                          uint8_t dir);
+
+/* TrevikA_ARC_3P_move, TrevikA_CIR_3P_move, TrevikA_ARC_radius_move, TrevikA_CIR_radius_move */
+TREVIK_API uint32_t TREVIK_CALL Trevik_ARC2_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                                    int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed);
+TREVIK_API uint32_t TREVIK_CALL Trevik_CIR2_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b,
+                                                    int32_t p2_a, int32_t p2_b, uint8_t abs, uint32_t speed);
+TREVIK_API uint32_t TREVIK_CALL Trevik_ARC2_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                        int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed,
+                                                        uint8_t dir);
+TREVIK_API uint32_t TREVIK_CALL Trevik_CIR2_radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                        int32_t point_a, int32_t point_b, uint8_t abs,
+                                                        uint32_t speed, uint8_t dir);
+
+/* Only here: the center that TrevikA_ARC_radius_move finds for an end relative to the start. Nothing moves.
+ *   TREVIK_ERR_PARAM  the end is the start */
+TREVIK_API uint32_t TREVIK_CALL Trevik_ARC2_Radius_test(uint8_t card, uint32_t end_a, int32_t radius,
+                                                        uint32_t end_b, uint8_t dir, uint32_t *center_a,
+                                                        uint32_t *center_b);
 
 /* ---- Continuous motion, status and positions ---------------------------------------------------------------- */
 

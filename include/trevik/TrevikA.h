@@ -6,16 +6,19 @@
  *
  * ARGUMENTS. Positions and distances are pulses, signed 32-bit numbers even where they travel in a uint32_t. Speeds
  * are pulses per second; the absolute value of the argument read as a signed number is used, at most 6,553,500 for
- * a maximum speed. Ramp times are milliseconds. Values are passed out through pointers, which are written only as
- * each function says; a null pointer gives TREVIK_ERR_PARAM after the card, axis and handle checks.
+ * a maximum speed (0x80000000 has no absolute value and passes). Ramp times are milliseconds. Values are passed out
+ * through pointers, which are written only as each function says; a null pointer gives TREVIK_ERR_PARAM after the
+ * card, axis and handle checks.
  *
  * RESULTS. Every function returns 0 (TREVIK_OK) or a reason. All functions with a card argument share these,
- * checked in this order before anything else, and are not repeated below: TREVIK_OK          simulation mode is on:
- * nothing was checked, done or written TREVIK_ERR_MODEL   the card's model is not supported TREVIK_ERR_CARD    card
- * above 15 TREVIK_ERR_AXIS    axis above 3 (functions with an axis argument) TREVIK_ERR_HANDLE  no such card,
- * TrevikA_initial not called, or TrevikA_close called Any other number is the Windows error with which the driver
- * refused a register request. A function that sends several requests returns the result of the last one; a refused
- * request does not stop the rest.
+ * checked in this order before anything else, and are not repeated below:
+ *   TREVIK_OK          simulation mode is on: nothing was checked, done or written
+ *   TREVIK_ERR_MODEL   the card's model is not supported
+ *   TREVIK_ERR_CARD    card above 15
+ *   TREVIK_ERR_AXIS    axis above 3 (functions with an axis argument)
+ *   TREVIK_ERR_HANDLE  no such card, TrevikA_initial not called, or TrevikA_close called
+ * Any other number is the Windows error with which the driver refused a register request. A function that sends
+ * several requests returns the result of the last one; a refused request does not stop the rest.
  *
  * THREADS. No function takes a lock. Calls that concern different cards may run at the same time; the application
  * serialises calls that concern the same card, and does not run TrevikA_initial or TrevikA_close beside other
@@ -78,8 +81,9 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_close(void);
 
 /* ---- Speed range -------------------------------------------------------------------------------------------- */
 
-/* Fixes the speed unit of an axis to the one that suits `speed` (pulses/s): velocity moves, and moves queued in
- * continuous mode, use it until TrevikA_velocity_range_unfix. Moves that follow one another without a stop need it.
+/* Fixes the speed unit of an axis to the one that suits `speed` (pulses/s): velocity moves, homing, arcs, and
+ * whatever is moved or changed in continuous mode, use it until TrevikA_velocity_range_unfix. Moves that follow one
+ * another without a stop need it.
  *   TREVIK_ERR_PARAM  speed above 6,553,500 */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_range_fix(uint8_t card, uint8_t axis, uint32_t speed);
 
@@ -174,10 +178,11 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_stop_emg(uint8_t card);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_read(uint8_t card, uint8_t axis, double *speed);
 
 /* ---- Restart ------------------------------------------------------------------------------------------------ */
-/* Lets stopped position moves go on to where they were to end; axes of one card, at the same time. A restart of
- * axes that have nothing left does nothing. The axes' states are not looked at. group   2 axes: 0: axes 0 1, 1: 0
- * 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3 3 axes: 0: axes 0 1 2, 1: 0 1 3, 2: 0 2 3, 3: 1 2 3 TREVIK_ERR_PARAM  no such
- * group (found out before TREVIK_ERR_HANDLE) */
+/* Lets stopped position moves go on to where they were to end; axes of one card, at the same time. The axes' states
+ * are not looked at; the command is sent also to axes that have nothing left.
+ *   group   2 axes: 0: axes 0 1, 1: 0 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3
+ *           3 axes: 0: axes 0 1 2, 1: 0 1 3, 2: 0 2 3, 3: 1 2 3
+ *   TREVIK_ERR_PARAM  no such group (found out before TREVIK_ERR_HANDLE) */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_OneAxis_restart(uint8_t card, uint8_t axis);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_2Axis_restart(uint8_t card, uint8_t group);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_3Axis_restart(uint8_t card, uint8_t group);
@@ -193,7 +198,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_home_mode_set(uint8_t card, uint8_t axis
 
 /* Starts homing by the stored mode.
  *   startSpeed, maxSpeed   pulses/s; the absolute value counts, maxSpeed at most 6,553,500
- *   accelTime              ms from startSpeed to maxSpeed; 0 is the SLOWEST ramp here
+ *   accelTime              ms from startSpeed to maxSpeed; 0, or a time too short for the
+ *                          rise, gives the SLOWEST ramp here
  *   direction              0 plus, otherwise minus
  *   distance               pulses that a search carries; a search runs with, and leaves, home mode 0
  *   TREVIK_ERR_BUSY, TREVIK_ERR_QUEUE_FULL  as in the position moves
@@ -249,6 +255,156 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0
                                                      uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
                                                      uint32_t s_accel_ms, uint32_t s_decel_ms, uint8_t trigger);
 
+/* ---- Arcs and circles --------------------------------------------------------------------------------------- */
+/* Two axes along a circle, from where their last moves end.
+ *   axis_pair    0: axes 0 1, 1: 0 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3; _a and _b are the first and the second axis
+ *   center_...   the circle's center; it is not checked against the end
+ *   mid_...      a point on the way; the arc goes through it
+ *   radius       pulses; with direction, its sign chooses between the two circles through start and end. Below half
+ *                the way to the end, the middle of the way is the center
+ *   p1_, p2_, point_  points on a full circle (CIR), which ends where it starts
+ *   abs          not 0: all coordinates are absolute positions, otherwise they are distances from the start
+ *   abs_flags    the same by axis NUMBER, 4 bytes
+ *   speed, start_speed, max_speed   pulses/s along the path, at most 7,281,396
+ *   accel_ms     ms of both ramps; s_ms: of each curved section (S); when the ramp is shorter than two of them the
+ *                whole ramp is curved
+ *   dir          0: clockwise with axis a to the right and b up; otherwise counter-clockwise
+ *   trigger      as in TrevikA_T_position_move
+ * Ends are whole pulses and rarely lie on the circle: the next relative move starts from the planned end. Results:
+ *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps and
+ *                              a radius: the end is the start
+ *   TREVIK_ERR_CONTINUOUS_MIX, TREVIK_ERR_BUSY, TREVIK_ERR_QUEUE_FULL   as in the lines
+ *   TREVIK_ERR_ARC_AS_LINE     the points lie in a line: a straight move to the end was made instead (not by
+ *                              TrevikA_T_CIR_3P_move, which moves nothing)
+ *   TREVIK_ERR_CIRCLE_AS_DIAMETER   TrevikA_CIR_3P_move, the points lie in a line: the circle over the way from the
+ *                              start to p2 was made */
+
+/* At constant speed. A radius arc whose end is its start moves nothing. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a,
+                                                        int32_t center_b, int32_t end_a, int32_t end_b, uint8_t abs,
+                                                        uint32_t speed, uint8_t dir);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_ARC_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                                    int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CIR_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b,
+                                                    int32_t p2_a, int32_t p2_b, uint8_t abs, uint32_t speed);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_ARC_radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                        int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed,
+                                                        uint8_t dir);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CIR_radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                        int32_t point_a, int32_t point_b, uint8_t abs,
+                                                        uint32_t speed, uint8_t dir);
+
+/* With T-curve ramps. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a,
+                                                          int32_t center_b, int32_t end_a, int32_t end_b,
+                                                          const uint8_t *abs_flags, uint32_t start_speed,
+                                                          uint32_t max_speed, uint32_t accel_ms, uint8_t dir,
+                                                          uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ARC_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                                      int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                                      uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                      uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_CIR_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b,
+                                                      int32_t p2_a, int32_t p2_b, const uint8_t *abs_flags,
+                                                      uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                      uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ARC_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                          int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                                          uint32_t start_speed, uint32_t max_speed,
+                                                          uint32_t accel_ms, uint8_t dir, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_CIR_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                          int32_t point_a, int32_t point_b,
+                                                          const uint8_t *abs_flags, uint32_t start_speed,
+                                                          uint32_t max_speed, uint32_t accel_ms, uint8_t dir,
+                                                          uint8_t trigger);
+
+/* With S-curve ramps. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a,
+                                                          int32_t center_b, int32_t end_a, int32_t end_b,
+                                                          const uint8_t *abs_flags, uint32_t start_speed,
+                                                          uint32_t max_speed, uint32_t accel_ms, uint32_t s_ms,
+                                                          uint8_t dir, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_ARC_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                                      int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                                      uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                      uint32_t s_ms, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CIR_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b,
+                                                      int32_t p2_a, int32_t p2_b, const uint8_t *abs_flags,
+                                                      uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                      uint32_t s_ms, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_ARC_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                          int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                                          uint32_t start_speed, uint32_t max_speed,
+                                                          uint32_t accel_ms, uint32_t s_ms, uint8_t dir,
+                                                          uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CIR_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius,
+                                                          int32_t point_a, int32_t point_b,
+                                                          const uint8_t *abs_flags, uint32_t start_speed,
+                                                          uint32_t max_speed, uint32_t accel_ms, uint32_t s_ms,
+                                                          uint8_t dir, uint8_t trigger);
+
+/* ---- Helices ------------------------------------------------------------------------------------------------ */
+/* Axes 0 and 1 along a circle while axis 2 moves to end_z in proportion and arrives with them. Axis 3 counts the
+ * circle's steps: it must be idle and move nothing else meanwhile; it is not checked. Arguments as in the arcs,
+ * with
+ *   end_z        axis 2, absolute or relative by abs_flags[2]
+ *   start_speed, max_speed   pulses/s of the leading axis; at most 6,553,500
+ *   trigger      0 or 1
+ * Results as in the arcs; no axis_pair. With TREVIK_ERR_ARC_AS_LINE nothing moves, but for
+ * TrevikA_T_ArcXY_LineZ_3P_move, which makes a line of three axes. S-curve: TREVIK_ERR_PARAM, before anything else but
+ * the model check, when the ramp is shorter than its two curved sections; TrevikA_S_ArcXY_LineZ_center_move makes the
+ * whole ramp curved instead. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_center_move(uint8_t card, int32_t center_x, int32_t center_y,
+                                                                  int32_t end_x, int32_t end_y, int32_t end_z,
+                                                                  const uint8_t *abs_flags, uint32_t start_speed,
+                                                                  uint32_t max_speed, uint32_t accel_ms,
+                                                                  uint8_t dir, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_ArcXY_LineZ_center_move(uint8_t card, int32_t center_x, int32_t center_y,
+                                                                  int32_t end_x, int32_t end_y, int32_t end_z,
+                                                                  const uint8_t *abs_flags, uint32_t start_speed,
+                                                                  uint32_t max_speed, uint32_t accel_ms,
+                                                                  uint32_t s_ms, uint8_t dir, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_3P_move(uint8_t card, int32_t mid_x, int32_t mid_y,
+                                                              int32_t end_x, int32_t end_y, int32_t end_z,
+                                                              const uint8_t *abs_flags, uint32_t start_speed,
+                                                              uint32_t max_speed, uint32_t accel_ms,
+                                                              uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_ArcXY_LineZ_3P_move(uint8_t card, int32_t mid_x, int32_t mid_y,
+                                                              int32_t end_x, int32_t end_y, int32_t end_z,
+                                                              const uint8_t *abs_flags, uint32_t start_speed,
+                                                              uint32_t max_speed, uint32_t accel_ms, uint32_t s_ms,
+                                                              uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_CirXY_LineZ_3P_move(uint8_t card, int32_t p1_x, int32_t p1_y,
+                                                              int32_t p2_x, int32_t p2_y, int32_t end_z,
+                                                              const uint8_t *abs_flags, uint32_t start_speed,
+                                                              uint32_t max_speed, uint32_t accel_ms,
+                                                              uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CirXY_LineZ_3P_move(uint8_t card, int32_t p1_x, int32_t p1_y,
+                                                              int32_t p2_x, int32_t p2_y, int32_t end_z,
+                                                              const uint8_t *abs_flags, uint32_t start_speed,
+                                                              uint32_t max_speed, uint32_t accel_ms, uint32_t s_ms,
+                                                              uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t end_x,
+                                                                  int32_t end_y, int32_t end_z,
+                                                                  const uint8_t *abs_flags, uint32_t start_speed,
+                                                                  uint32_t max_speed, uint32_t accel_ms,
+                                                                  uint8_t dir, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_ArcXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t end_x,
+                                                                  int32_t end_y, int32_t end_z,
+                                                                  const uint8_t *abs_flags, uint32_t start_speed,
+                                                                  uint32_t max_speed, uint32_t accel_ms,
+                                                                  uint32_t s_ms, uint8_t dir, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_T_CirXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t point_x,
+                                                                  int32_t point_y, int32_t end_z,
+                                                                  const uint8_t *abs_flags, uint32_t start_speed,
+                                                                  uint32_t max_speed, uint32_t accel_ms,
+                                                                  uint8_t dir, uint8_t trigger);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CirXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t point_x,
+                                                                  int32_t point_y, int32_t end_z,
+                                                                  const uint8_t *abs_flags, uint32_t start_speed,
+                                                                  uint32_t max_speed, uint32_t accel_ms,
+                                                                  uint32_t s_ms, uint8_t dir, uint8_t trigger);
+
 /* ---- Continuous motion -------------------------------------------------------------------------------------- */
 
 /* flag not 0: later position and line moves of the axis are queued behind the running one and follow it without a
@@ -270,7 +426,7 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_motion_status_read(uint8_t card, uint8_t
 /* Reads the command position. Not written when the driver refuses the read. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_current_position_read(uint8_t card, uint8_t axis, uint32_t *position);
 
-/* Sets the command position of an idle axis; later absolute moves count from it.
+/* Sets the command position of an idle axis; later absolute moves count from it, even when the driver refuses.
  *   TREVIK_ERR_BUSY  the axis is not idle */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_current_position_set(uint8_t card, uint8_t axis, uint32_t position);
 

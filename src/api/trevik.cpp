@@ -4,6 +4,7 @@
 #include "api/entry.h"
 #include "api/library.h"
 #include "api/line_entry.h"
+#include "motion/arc.h"
 #include "motion/continuous.h"
 #include "motion/homing.h"
 #include "motion/online_change.h"
@@ -280,6 +281,90 @@ uint32_t TREVIK_CALL Trevik_S1_curve_move_LINE4(uint8_t card, int32_t pos_0, int
     return EarlierCardEntry(card, SRampTimes{start_speed, max_speed, accel_ms, decel_ms, s_accel_ms, s_decel_ms},
                             SRangeLineOneFlag, all_four_axes, Coordinates{pos_0, pos_1, pos_2, pos_3}, absolute,
                             MoveSpeeds{start_speed, max_speed}, Seconds(accel_ms, decel_ms));
+}
+
+// Changes of a running line
+
+uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change_LINE2(uint8_t card, uint8_t axis_set, int32_t pos_a,
+                                                        int32_t pos_b, uint8_t absolute, uint32_t start_speed,
+                                                        uint32_t max_speed, double accel_s, double decel_s)
+{
+    return EarlierCardEntry(card, LineChange, AxisPair(axis_set), Coordinates{pos_a, pos_b}, absolute != 0,
+                            MoveSpeeds{start_speed, max_speed}, RampTimes{accel_s, decel_s});
+}
+
+uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change_LINE3(uint8_t card, uint8_t axis_set, int32_t pos_a,
+                                                        int32_t pos_b, int32_t pos_c, uint8_t absolute,
+                                                        uint32_t start_speed, uint32_t max_speed, double accel_s,
+                                                        double decel_s)
+{
+    return EarlierCardEntry(card, LineChange, AxisTriple(axis_set), Coordinates{pos_a, pos_b, pos_c}, absolute != 0,
+                            MoveSpeeds{start_speed, max_speed}, RampTimes{accel_s, decel_s});
+}
+
+uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change_LINE4(uint8_t card, int32_t pos_0, int32_t pos_1, int32_t pos_2,
+                                                        int32_t pos_3, uint8_t absolute, uint32_t start_speed,
+                                                        uint32_t max_speed, double accel_s, double decel_s)
+{
+    return EarlierCardEntry(card, LineChange, all_four_axes, Coordinates{pos_0, pos_1, pos_2, pos_3}, absolute != 0,
+                            MoveSpeeds{start_speed, max_speed}, RampTimes{accel_s, decel_s});
+}
+
+// Arcs and circles
+
+uint32_t TREVIK_CALL Trevik_ARC2_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a, int32_t center_b,
+                                             int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return EarlierCardEntry(card, ArcCenterMove, AxisPair(axis_pair),
+                            CenterArc{{center_a, center_b}, {end_a, end_b}, dir}, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_ARC_center_move_XY(uint8_t card, int32_t center_a, int32_t center_b, int32_t end_a,
+                                               int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return EarlierCardEntry(card, ArcCenterMove, AxisPair(0), CenterArc{{center_a, center_b}, {end_a, end_b}, dir},
+                            abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_ARC_center_move_ZA(uint8_t card, int32_t center_a, int32_t center_b, int32_t end_a,
+                                               int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return EarlierCardEntry(card, ArcCenterMove, AxisPair(5), CenterArc{{center_a, center_b}, {end_a, end_b}, dir},
+                            abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_ARC2_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                         int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed)
+{
+    return EarlierCardEntry(card, ArcThroughMove, AxisPair(axis_pair), ThroughArc{{mid_a, mid_b}, {end_a, end_b}},
+                            ArcEnd::AtPoint, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_CIR2_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b, int32_t p2_a,
+                                         int32_t p2_b, uint8_t abs, uint32_t speed)
+{
+    return EarlierCardEntry(card, ArcThroughMove, AxisPair(axis_pair), ThroughArc{{p1_a, p1_b}, {p2_a, p2_b}},
+                            ArcEnd::FullCircle, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_ARC2_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t end_a,
+                                             int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return EarlierCardEntry(card, ArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {end_a, end_b}, dir},
+                            ArcEnd::AtPoint, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_CIR2_radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t point_a,
+                                             int32_t point_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return EarlierCardEntry(card, ArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {point_a, point_b}, dir},
+                            ArcEnd::FullCircle, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_ARC2_Radius_test(uint8_t card, uint32_t end_a, int32_t radius, uint32_t end_b,
+                                             uint8_t dir, uint32_t *center_a, uint32_t *center_b)
+{
+    return EarlierCardEntry(card, ArcRadiusTest, end_a, radius, end_b, dir, center_a, center_b);
 }
 
 // Continuous motion, status and positions

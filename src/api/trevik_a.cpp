@@ -2,6 +2,7 @@
 // subsystem's header.
 #include <trevik/TrevikA.h>
 
+#include "api/arc_entry.h"
 #include "api/entry.h"
 #include "api/library.h"
 #include "api/line_entry.h"
@@ -230,6 +231,235 @@ uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0, int32_t p
     return CardEntry(card, SRampTimes{start_speed, max_speed, accel_ms, decel_ms, s_accel_ms, s_decel_ms},
                      SRangeLine, all_four_axes, LineDestination{{pos_0, pos_1, pos_2, pos_3}, abs_flags},
                      MoveSpeeds{start_speed, max_speed}, Seconds(accel_ms, decel_ms), trigger);
+}
+
+// Arcs and circles
+
+uint32_t TREVIK_CALL TrevikA_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a, int32_t center_b,
+                                             int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return CardEntry(card, ArcCenterMove, AxisPair(axis_pair), CenterArc{{center_a, center_b}, {end_a, end_b}, dir},
+                     abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_ARC_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                         int32_t end_a, int32_t end_b, uint8_t abs, uint32_t speed)
+{
+    return CardEntry(card, ArcThroughMove, AxisPair(axis_pair), ThroughArc{{mid_a, mid_b}, {end_a, end_b}},
+                     ArcEnd::AtPoint, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_CIR_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b, int32_t p2_a,
+                                         int32_t p2_b, uint8_t abs, uint32_t speed)
+{
+    return CardEntry(card, ArcThroughMove, AxisPair(axis_pair), ThroughArc{{p1_a, p1_b}, {p2_a, p2_b}},
+                     ArcEnd::FullCircle, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_ARC_radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t end_a,
+                                             int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return CardEntry(card, ArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {end_a, end_b}, dir},
+                     ArcEnd::AtPoint, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_CIR_radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t point_a,
+                                             int32_t point_b, uint8_t abs, uint32_t speed, uint8_t dir)
+{
+    return CardEntry(card, ArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {point_a, point_b}, dir},
+                     ArcEnd::FullCircle, abs != 0, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_T_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a, int32_t center_b,
+                                               int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                               uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                               uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, RampedArcCenterMove, AxisPair(axis_pair),
+                     CenterArc{{center_a, center_b}, {end_a, end_b}, dir},
+                     TArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_ARC_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                           int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                           uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                           uint8_t trigger)
+{
+    return CardEntry(card, RampedArcThroughMove, AxisPair(axis_pair), ThroughArc{{mid_a, mid_b}, {end_a, end_b}},
+                     ArcEnd::AtPoint, TArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_CIR_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b,
+                                           int32_t p2_a, int32_t p2_b, const uint8_t *abs_flags,
+                                           uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                           uint8_t trigger)
+{
+    return CardEntry(card, RampedArcThroughMove, AxisPair(axis_pair), ThroughArc{{p1_a, p1_b}, {p2_a, p2_b}},
+                     ArcEnd::FullCircle, TArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_ARC_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t end_a,
+                                               int32_t end_b, const uint8_t *abs_flags, uint32_t start_speed,
+                                               uint32_t max_speed, uint32_t accel_ms, uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, RampedArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {end_a, end_b}, dir},
+                     ArcEnd::AtPoint, TArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_CIR_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t point_a,
+                                               int32_t point_b, const uint8_t *abs_flags, uint32_t start_speed,
+                                               uint32_t max_speed, uint32_t accel_ms, uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, RampedArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {point_a, point_b}, dir},
+                     ArcEnd::FullCircle, TArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a, int32_t center_b,
+                                               int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                               uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                               uint32_t s_ms, uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, RampedArcCenterMove, AxisPair(axis_pair),
+                     CenterArc{{center_a, center_b}, {end_a, end_b}, dir},
+                     SArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_ARC_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
+                                           int32_t end_a, int32_t end_b, const uint8_t *abs_flags,
+                                           uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                           uint32_t s_ms, uint8_t trigger)
+{
+    return CardEntry(card, RampedArcThroughMove, AxisPair(axis_pair), ThroughArc{{mid_a, mid_b}, {end_a, end_b}},
+                     ArcEnd::AtPoint,
+                     SArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_CIR_3P_move(uint8_t card, uint8_t axis_pair, int32_t p1_a, int32_t p1_b,
+                                           int32_t p2_a, int32_t p2_b, const uint8_t *abs_flags,
+                                           uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                           uint32_t s_ms, uint8_t trigger)
+{
+    return CardEntry(card, RampedArcThroughMove, AxisPair(axis_pair), ThroughArc{{p1_a, p1_b}, {p2_a, p2_b}},
+                     ArcEnd::FullCircle,
+                     SArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_ARC_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t end_a,
+                                               int32_t end_b, const uint8_t *abs_flags, uint32_t start_speed,
+                                               uint32_t max_speed, uint32_t accel_ms, uint32_t s_ms, uint8_t dir,
+                                               uint8_t trigger)
+{
+    return CardEntry(card, RampedArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {end_a, end_b}, dir},
+                     ArcEnd::AtPoint,
+                     SArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_CIR_Radius_move(uint8_t card, uint8_t axis_pair, int32_t radius, int32_t point_a,
+                                               int32_t point_b, const uint8_t *abs_flags, uint32_t start_speed,
+                                               uint32_t max_speed, uint32_t accel_ms, uint32_t s_ms, uint8_t dir,
+                                               uint8_t trigger)
+{
+    return CardEntry(card, RampedArcRadiusMove, AxisPair(axis_pair), RadiusArc{radius, {point_a, point_b}, dir},
+                     ArcEnd::FullCircle,
+                     SArcRun(abs_flags, MoveSpeeds{start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+// Helices
+
+uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_center_move(uint8_t card, int32_t center_x, int32_t center_y,
+                                                       int32_t end_x, int32_t end_y, int32_t end_z,
+                                                       const uint8_t *abs_flags, uint32_t start_speed,
+                                                       uint32_t max_speed, uint32_t accel_ms, uint8_t dir,
+                                                       uint8_t trigger)
+{
+    return CardEntry(card, HelixCenterMove, CenterArc{{center_x, center_y}, {end_x, end_y}, dir}, HelixEnd{end_z},
+                     TArcRun(abs_flags, {start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_ArcXY_LineZ_center_move(uint8_t card, int32_t center_x, int32_t center_y,
+                                                       int32_t end_x, int32_t end_y, int32_t end_z,
+                                                       const uint8_t *abs_flags, uint32_t start_speed,
+                                                       uint32_t max_speed, uint32_t accel_ms, uint32_t s_ms,
+                                                       uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, HelixCenterMove, CenterArc{{center_x, center_y}, {end_x, end_y}, dir}, HelixEnd{end_z},
+                     SArcRun(abs_flags, {start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_3P_move(uint8_t card, int32_t mid_x, int32_t mid_y, int32_t end_x,
+                                                   int32_t end_y, int32_t end_z, const uint8_t *abs_flags,
+                                                   uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                   uint8_t trigger)
+{
+    return CardEntry(card, HelixThroughMove, ThroughArc{{mid_x, mid_y}, {end_x, end_y}}, ArcEnd::AtPoint,
+                     HelixEnd{end_z}, TArcRun(abs_flags, {start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_ArcXY_LineZ_3P_move(uint8_t card, int32_t mid_x, int32_t mid_y, int32_t end_x,
+                                                   int32_t end_y, int32_t end_z, const uint8_t *abs_flags,
+                                                   uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                   uint32_t s_ms, uint8_t trigger)
+{
+    return CardEntry(card, HelixTimes({start_speed, max_speed}, accel_ms, s_ms), SHelixThroughMove,
+                     ThroughArc{{mid_x, mid_y}, {end_x, end_y}}, ArcEnd::AtPoint, HelixEnd{end_z},
+                     SArcRun(abs_flags, {start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_CirXY_LineZ_3P_move(uint8_t card, int32_t p1_x, int32_t p1_y, int32_t p2_x,
+                                                   int32_t p2_y, int32_t end_z, const uint8_t *abs_flags,
+                                                   uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                   uint8_t trigger)
+{
+    return CardEntry(card, HelixThroughMove, ThroughArc{{p1_x, p1_y}, {p2_x, p2_y}}, ArcEnd::FullCircle,
+                     HelixEnd{end_z}, TArcRun(abs_flags, {start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_CirXY_LineZ_3P_move(uint8_t card, int32_t p1_x, int32_t p1_y, int32_t p2_x,
+                                                   int32_t p2_y, int32_t end_z, const uint8_t *abs_flags,
+                                                   uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                   uint32_t s_ms, uint8_t trigger)
+{
+    return CardEntry(card, HelixTimes({start_speed, max_speed}, accel_ms, s_ms), SHelixThroughMove,
+                     ThroughArc{{p1_x, p1_y}, {p2_x, p2_y}}, ArcEnd::FullCircle, HelixEnd{end_z},
+                     SArcRun(abs_flags, {start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t end_x, int32_t end_y,
+                                                       int32_t end_z, const uint8_t *abs_flags,
+                                                       uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                       uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, HelixRadiusMove, RadiusArc{radius, {end_x, end_y}, dir}, ArcEnd::AtPoint,
+                     HelixEnd{end_z}, TArcRun(abs_flags, {start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_ArcXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t end_x, int32_t end_y,
+                                                       int32_t end_z, const uint8_t *abs_flags,
+                                                       uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                       uint32_t s_ms, uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, HelixTimes({start_speed, max_speed}, accel_ms, s_ms), SHelixRadiusMove,
+                     RadiusArc{radius, {end_x, end_y}, dir}, ArcEnd::AtPoint, HelixEnd{end_z},
+                     SArcRun(abs_flags, {start_speed, max_speed}, accel_ms, s_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_T_CirXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t point_x,
+                                                       int32_t point_y, int32_t end_z, const uint8_t *abs_flags,
+                                                       uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                       uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, HelixRadiusMove, RadiusArc{radius, {point_x, point_y}, dir}, ArcEnd::FullCircle,
+                     HelixEnd{end_z}, TArcRun(abs_flags, {start_speed, max_speed}, accel_ms, trigger));
+}
+
+uint32_t TREVIK_CALL TrevikA_S_CirXY_LineZ_Radius_move(uint8_t card, int32_t radius, int32_t point_x,
+                                                       int32_t point_y, int32_t end_z, const uint8_t *abs_flags,
+                                                       uint32_t start_speed, uint32_t max_speed, uint32_t accel_ms,
+                                                       uint32_t s_ms, uint8_t dir, uint8_t trigger)
+{
+    return CardEntry(card, HelixTimes({start_speed, max_speed}, accel_ms, s_ms), SHelixRadiusMove,
+                     RadiusArc{radius, {point_x, point_y}, dir}, ArcEnd::FullCircle, HelixEnd{end_z},
+                     SArcRun(abs_flags, {start_speed, max_speed}, accel_ms, s_ms, trigger));
 }
 
 // Continuous motion

@@ -95,10 +95,12 @@ constexpr std::uint8_t ReadCode(StatusRegister reg)
     return static_cast<std::uint8_t>(reg);
 }
 
-// The register of the next operation that stands for a register of the current one. They lie 16 codes apart; only
-// the registers 0x80 to 0x8B have a direct twin.
+// The register of the next operation that stands for a register of the current one. They lie 16 codes apart, but
+// for the step count; only the registers 0x80 to 0x8C have a direct twin.
 constexpr Register PresetOf(Register direct)
 {
+    if (direct == Register::ARC_STEPS)
+        return Register::PRESET_ARC_STEPS;
     return static_cast<Register>(static_cast<int>(direct) - 0x10);
 }
 

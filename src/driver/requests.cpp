@@ -37,23 +37,28 @@ Result AxisRequestCheck(os::HANDLE handle, std::uint32_t axis)
     return handle == os::InvalidHandle() ? Result::Handle : Result::Ok;
 }
 
+// Filled where they are used: to copy a block that was just filled field by field would wait for all of them to
+// arrive.
 Request PortRequest(std::uint32_t offset)
 {
     constexpr std::uint8_t word_access = 1;
     Request request;
-    return request.put(2, word_access).put(8, offset);
+    request.put(2, word_access).put(8, offset);
+    return request;
 }
 
 Request IndexRequest(std::uint8_t axis, std::uint8_t index)
 {
     Request request;
-    return request.put(8, std::uint32_t{index}).put(12, std::uint32_t{axis});
+    request.put(8, std::uint32_t{index}).put(12, std::uint32_t{axis});
+    return request;
 }
 
 Request ProcessRequest()
 {
     Request request;
-    return request.put(16, std::uint32_t{os::GetCurrentProcessId()});
+    request.put(16, std::uint32_t{os::GetCurrentProcessId()});
+    return request;
 }
 
 } // namespace
@@ -96,7 +101,8 @@ Result PortRead(os::HANDLE handle, std::uint32_t offset, std::uint16_t &value)
 
 Result PortWrite(os::HANDLE handle, std::uint32_t offset, std::uint16_t value)
 {
-    Request request = PortRequest(offset).put(20, value);
+    Request request = PortRequest(offset);
+    request.put(20, value);
     Send(handle, ControlCode::IOCTL_PORT_WRITE, request);
     return Result::Ok;
 }
@@ -117,7 +123,8 @@ Result IndexWrite(os::HANDLE handle, std::uint8_t axis, std::uint8_t index, std:
 {
     if (const Result check = AxisRequestCheck(handle, axis); check != Result::Ok)
         return check;
-    Request request = IndexRequest(axis, index).put(20, value);
+    Request request = IndexRequest(axis, index);
+    request.put(20, value);
     Request reply;
     return Send(handle, ControlCode::IOCTL_INDEX_WRITE, request, reply);
 }

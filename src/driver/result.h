@@ -21,6 +21,8 @@ enum class Result : std::uint32_t {
     QueueFull = TREVIK_ERR_QUEUE_FULL,
     NotMoving = TREVIK_ERR_NOT_MOVING,
     ContinuousMix = TREVIK_ERR_CONTINUOUS_MIX,
+    ArcAsLine = TREVIK_ERR_ARC_AS_LINE,
+    CircleAsDiameter = TREVIK_ERR_CIRCLE_AS_DIAMETER,
 };
 
 // The number that leaves an exported function.

@@ -1,5 +1,6 @@
 #include "motion/line.h"
 
+#include "motion/online_change.h"
 #include "motion/target.h"
 #include "status/motion_status.h"
 
@@ -9,19 +10,6 @@ namespace trevik
 {
 namespace
 {
-
-// All axes in continuous mode or none, before any status is read; then every axis must be able to take a move.
-Result LineAllowed(const CheckedAxes &axes)
-{
-    const bool continuous = axes.first().shadow().ContinuousFlag != 0;
-    for (const Axis &axis : axes)
-        if ((axis.shadow().ContinuousFlag != 0) != continuous)
-            return Result::ContinuousMix;
-    for (const Axis &axis : axes)
-        if (const Result allowed = MoveAllowed(axis); allowed != Result::Ok)
-            return allowed;
-    return Result::Ok;
-}
 
 // Signed distance of every axis; the targets advance.
 std::array<std::uint32_t, 4> LineDistances(const CheckedAxes &axes, const LineDestination &destination)
@@ -67,10 +55,9 @@ Result LineMove(const Card &card, const AxisSet &set, const LineDestination &des
     if (trigger > highest_trigger || set.size == 0 || destination.absolute_flags == nullptr)
         return Result::Param;
     const CheckedAxes axes(card, set);
-    if (const Result allowed = LineAllowed(axes); allowed != Result::Ok)
+    if (const Result allowed = MoveAllowed(axes); allowed != Result::Ok)
         return allowed;
-    for (const Axis &axis : axes)
-        SyncLastTarget(axis);
+    SyncLastTarget(axes);
     const auto distances = LineDistances(axes, destination);
     if (SpeedTooHigh(speeds.max_pps))
         return Result::Param;
@@ -91,6 +78,37 @@ Result LineMove(const Card &card, const AxisSet &set, const LineDestination &des
         axes.bits(), SelectStartCommand(Magnitude(speeds.start_pps), Magnitude(speeds.max_pps), ramps.times));
     for (const Axis &axis : axes)
         ClearStartTrigger(axis.shadow());
+    return result;
+}
+
+Result LineChange(const Card &card, const AxisSet &set, const std::array<std::int32_t, 4> &coordinates,
+                  bool absolute, MoveSpeeds speeds, RampTimes times)
+{
+    if (set.size == 0)
+        return Result::Param;
+    const CheckedAxes axes(card, set);
+    for (const Axis &axis : axes)
+        if (Idle(axis))
+            return Result::NotMoving;
+    std::array<std::uint32_t, 4> amounts{};
+    for (std::size_t i = 0; i < axes.size(); ++i)
+        axes[i].read(Register::DISTANCE, amounts[i]);
+    std::array<std::uint32_t, 4> distances{};
+    for (std::size_t i = 0; i < axes.size(); ++i)
+        distances[i] =
+            MoveTarget(axes[i].shadow(), amounts[i], {static_cast<std::uint32_t>(coordinates[i]), absolute});
+    if (SpeedTooHigh(speeds.max_pps))
+        return Result::Param;
+
+    LineRamps ramps;
+    ramps.times = times;
+    ramps.running = true;
+    const LinePlan plan = PlanMove(axes, distances, speeds, ramps);
+    for (const Axis &axis : axes)
+        ComposeModeWord(axis.shadow(), OperationCode::Line, Curve::T, plan.rampdown);
+    Result result = Result::Ok;
+    for (std::size_t i = 0; i < axes.size(); ++i)
+        result = WriteChange(axes[i], distances[i], plan.profiles[i], Curve::T);
     return result;
 }
 

@@ -24,4 +24,10 @@ struct LineDestination {
 Result LineMove(const Card &card, const AxisSet &set, const LineDestination &destination, MoveSpeeds speeds,
                 const LineRamps &ramps, std::uint8_t trigger);
 
+// New end, speeds and ramps for the running line of the axes of a set; one flag for all axes, absolute or relative
+// to where the line started. T-curve only. Param: no such set, or (after the targets have moved) a maximum speed too
+// high; NotMoving: an axis is idle.
+Result LineChange(const Card &card, const AxisSet &set, const std::array<std::int32_t, 4> &coordinates,
+                  bool absolute, MoveSpeeds speeds, RampTimes times);
+
 } // namespace trevik

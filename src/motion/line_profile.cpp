@@ -34,31 +34,27 @@ RampRegisters RampFromTimes(std::uint32_t rise, std::uint32_t linear_ms, std::ui
 }
 
 // Rates and S ranges from the speed registers.
-void FillRamps(ProfileRegisters &p, const LineRamps &ramps)
+void FillLineRamps(ProfileRegisters &p, const LineRamps &ramps)
 {
-    const std::uint32_t start = p.StartSpeedValue;
-    const std::uint32_t maximum = p.MaxSpeedValue;
-    switch (ramps.kind) {
-    case LineRamps::Kind::T:
-        p.AccelRateValue = TimeToRateT(ramps.times.accel_s, start, maximum);
-        p.DecelRateValue = TimeToRateT(ramps.times.decel_s, start, maximum);
-        break;
-    case LineRamps::Kind::STimes: {
-        const RampRegisters accel = RampFromTimes(maximum - start, ramps.accel_ms, ramps.s_accel_ms);
-        const RampRegisters decel = RampFromTimes(maximum - start, ramps.decel_ms, ramps.s_decel_ms);
-        p.AccelRateValue = accel.rate;
-        p.DecelRateValue = decel.rate;
-        p.AccelSRangeValue = accel.s_range;
-        p.DecelSRangeValue = decel.s_range;
-        break;
+    if (ramps.kind != LineRamps::Kind::STimes) {
+        FillRamps(p, {ramps.curve(), ramps.times, ramps.ranges});
+        return;
     }
-    case LineRamps::Kind::SRanges:
-        p.AccelSRangeValue = SRangeToRegister(ramps.ranges.accel_pps, p.MultiplierValue);
-        p.DecelSRangeValue = SRangeToRegister(ramps.ranges.decel_pps, p.MultiplierValue);
-        p.AccelRateValue = TimeToRateS(ramps.times.accel_s, start, maximum, p.AccelSRangeValue);
-        p.DecelRateValue = TimeToRateS(ramps.times.decel_s, start, maximum, p.DecelSRangeValue);
-        break;
-    }
+    const std::uint32_t rise = p.MaxSpeedValue - p.StartSpeedValue;
+    const RampRegisters accel = RampFromTimes(rise, ramps.accel_ms, ramps.s_accel_ms);
+    const RampRegisters decel = RampFromTimes(rise, ramps.decel_ms, ramps.s_decel_ms);
+    p.AccelRateValue = accel.rate;
+    p.DecelRateValue = decel.rate;
+    p.AccelSRangeValue = accel.s_range;
+    p.DecelSRangeValue = decel.s_range;
+}
+
+RampDownCase DecideLine(const ProfileRegisters &first, const LineRamps &ramps, std::uint32_t distance)
+{
+    if (ramps.curve() == Curve::S)
+        return DecideRampDownS(first, ramps.times, distance);
+    return ramps.running ? DecideManualRampDownT(first, ramps.times, distance)
+                         : DecideRampDownT(first, ramps.times, distance);
 }
 
 } // namespace
@@ -83,11 +79,10 @@ LinePlan PlanLine(std::span<const std::uint32_t> distances, std::uint32_t start_
     common.MultiplierValue = multiplier;
     common.MaxSpeedValue = SpeedToRegister(max_speed * k, multiplier, round_up_offset);
     common.StartSpeedValue = SpeedToRegister(start_speed * k, multiplier, round_up_offset);
-    FillRamps(common, ramps);
+    FillLineRamps(common, ramps);
 
     LinePlan plan;
-    plan.rampdown = ramps.curve() == Curve::T ? DecideRampDownT(common, ramps.times, distances[0])
-                                              : DecideRampDownS(common, ramps.times, distances[0]);
+    plan.rampdown = DecideLine(common, ramps, distances[0]);
     for (std::size_t axis = 0; axis < distances.size(); ++axis) {
         plan.profiles[axis] = common;
         ApplyRampDown(plan.rampdown, plan.profiles[axis], distances[axis]);

@@ -27,7 +27,8 @@ struct LineRamps {
     std::uint32_t decel_ms = 0;
     std::uint32_t s_accel_ms = 0; // STimes: each curved section
     std::uint32_t s_decel_ms = 0;
-    SRangeSpeeds ranges; // SRanges
+    SRangeSpeeds ranges;  // SRanges
+    bool running = false; // T: for a running line, for which the chip never finds the ramp-down point
 
     Curve curve() const { return kind == Kind::T ? Curve::T : Curve::S; }
 };

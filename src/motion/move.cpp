@@ -12,6 +12,18 @@ Result MoveAllowed(const Axis &axis)
     return Idle(axis) ? Result::Ok : Result::Busy;
 }
 
+Result MoveAllowed(const CheckedAxes &axes)
+{
+    const bool continuous = axes.first().shadow().ContinuousFlag != 0;
+    for (const Axis &axis : axes)
+        if ((axis.shadow().ContinuousFlag != 0) != continuous)
+            return Result::ContinuousMix;
+    for (const Axis &axis : axes)
+        if (const Result allowed = MoveAllowed(axis); allowed != Result::Ok)
+            return allowed;
+    return Result::Ok;
+}
+
 std::uint32_t PositionMultiplier(const AxisShadow &shadow, std::uint32_t max_speed)
 {
     if (shadow.ContinuousFlag != 0 && shadow.RangeFixed != 0)

@@ -3,6 +3,7 @@
 
 #include "driver/card.h"
 #include "driver/mode_word.h"
+#include "motion/axis_set.h"
 #include "motion/profile.h"
 #include "motion/rampdown.h"
 
@@ -20,6 +21,10 @@ struct MoveSpeeds {
 // Ok when the axis can take a move now: idle (else Busy), or in continuous mode with its preset registers free
 // (else QueueFull).
 Result MoveAllowed(const Axis &axis);
+
+// The same for axes that move as one: all in continuous mode or none (else ContinuousMix, before any status is
+// read), and every axis able to take a move.
+Result MoveAllowed(const CheckedAxes &axes);
 
 // Multiplier of a position-type move: a fixed range counts only while moves are queued back to back.
 std::uint32_t PositionMultiplier(const AxisShadow &shadow, std::uint32_t max_speed);

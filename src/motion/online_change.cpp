@@ -4,15 +4,9 @@
 
 namespace trevik
 {
-namespace
-{
 
-// The target becomes the new end; its distance from where the running move started.
-std::uint32_t MoveTarget(const Axis &axis, Destination destination)
+std::uint32_t MoveTarget(AxisShadow &shadow, std::uint32_t amount, Destination destination)
 {
-    AxisShadow &shadow = axis.shadow();
-    std::uint32_t amount = 0;
-    axis.read(Register::DISTANCE, amount);
     const std::uint32_t start = shadow.LastTarget - amount;
     const std::uint32_t end = destination.absolute ? destination.coordinate : start + destination.coordinate;
     shadow.LastTarget = end;
@@ -36,7 +30,18 @@ Result WriteChange(const Axis &axis, std::uint32_t distance, const ProfileRegist
     return axis.write(Register::MODE, axis.shadow().ModeWord);
 }
 
-Result OnlineChange(const Axis &axis, Destination destination, MoveSpeeds speeds, const PositionRamps &ramps)
+namespace
+{
+
+// A refused read counts as 0.
+std::uint32_t MoveTarget(const Axis &axis, Destination destination)
+{
+    std::uint32_t amount = 0;
+    axis.read(Register::DISTANCE, amount);
+    return MoveTarget(axis.shadow(), amount, destination);
+}
+
+Result OnlineChange(const Axis &axis, Destination destination, MoveSpeeds speeds, const MoveRamps &ramps)
 {
     if (Idle(axis))
         return Result::NotMoving;

@@ -7,6 +7,12 @@
 namespace trevik
 {
 
+// The target becomes the new end of a running move of `amount` pulses. Its distance from where that move started.
+std::uint32_t MoveTarget(AxisShadow &shadow, std::uint32_t amount, Destination destination);
+
+// Writes the registers of a running T-curve or S-curve operation, in the order of every change.
+Result WriteChange(const Axis &axis, std::uint32_t distance, const ProfileRegisters &profile, Curve curve);
+
 // New end for the running move, measured from its start. NotMoving: idle, or in continuous mode.
 Result PositionChange(const Axis &axis, Destination destination);
 

@@ -21,7 +21,7 @@ void WriteShape(const Axis &axis, const ProfileRegisters &profile, Curve curve)
     WriteMoveRegister(axis, Register::S_DECEL_RANGE, profile.DecelSRangeValue);
 }
 
-Result PositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, const PositionRamps &ramps,
+Result PositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, const MoveRamps &ramps,
                     std::uint8_t trigger)
 {
     if (trigger > 2)
@@ -53,25 +53,17 @@ Result PositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds
 
 } // namespace
 
-ProfileRegisters PlanRamps(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier)
+ProfileRegisters PlanRamps(MoveSpeeds speeds, const MoveRamps &ramps, std::uint32_t multiplier)
 {
     ProfileRegisters p;
     p.MultiplierValue = multiplier;
     p.MaxSpeedValue = SpeedToRegister(Magnitude(speeds.max_pps), multiplier, round_up_offset);
     p.StartSpeedValue = SpeedToRegister(Magnitude(speeds.start_pps), multiplier, round_up_offset);
-    if (ramps.curve == Curve::T) {
-        p.AccelRateValue = TimeToRateT(ramps.times.accel_s, p.StartSpeedValue, p.MaxSpeedValue);
-        p.DecelRateValue = TimeToRateT(ramps.times.decel_s, p.StartSpeedValue, p.MaxSpeedValue);
-        return p;
-    }
-    p.AccelSRangeValue = SRangeToRegister(ramps.ranges.accel_pps, multiplier);
-    p.DecelSRangeValue = SRangeToRegister(ramps.ranges.decel_pps, multiplier);
-    p.AccelRateValue = TimeToRateS(ramps.times.accel_s, p.StartSpeedValue, p.MaxSpeedValue, p.AccelSRangeValue);
-    p.DecelRateValue = TimeToRateS(ramps.times.decel_s, p.StartSpeedValue, p.MaxSpeedValue, p.DecelSRangeValue);
+    FillRamps(p, ramps);
     return p;
 }
 
-PositionPlan PlanPosition(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier,
+PositionPlan PlanPosition(MoveSpeeds speeds, const MoveRamps &ramps, std::uint32_t multiplier,
                           std::uint32_t distance)
 {
     PositionPlan plan{PlanRamps(speeds, ramps, multiplier)};

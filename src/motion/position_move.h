@@ -16,13 +16,6 @@ struct Destination {
     bool absolute;
 };
 
-// The ramps of a move.
-struct PositionRamps {
-    Curve curve = Curve::T;
-    RampTimes times;
-    SRangeSpeeds ranges; // S-curve only
-};
-
 // The register values of a move, without its distance.
 struct PositionPlan {
     ProfileRegisters profile;
@@ -30,10 +23,10 @@ struct PositionPlan {
 };
 
 // Speeds, rates and S ranges, before the ramp-down is decided.
-ProfileRegisters PlanRamps(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier);
+ProfileRegisters PlanRamps(MoveSpeeds speeds, const MoveRamps &ramps, std::uint32_t multiplier);
 
 // Everything, for a move over `distance` pulses (an absolute value).
-PositionPlan PlanPosition(MoveSpeeds speeds, const PositionRamps &ramps, std::uint32_t multiplier,
+PositionPlan PlanPosition(MoveSpeeds speeds, const MoveRamps &ramps, std::uint32_t multiplier,
                           std::uint32_t distance);
 
 // Moves to a destination. `trigger` as the caller gave it: Param above 2. Other results: MoveAllowed's, Param for a

@@ -87,6 +87,21 @@ std::uint32_t WholeSpeedToRegister(std::uint32_t speed, std::uint32_t multiplier
     return Clamp((multiplier + 1) * speed / 300, highest_register);
 }
 
+void FillRamps(ProfileRegisters &profile, const MoveRamps &ramps)
+{
+    const std::uint32_t start = profile.StartSpeedValue;
+    const std::uint32_t maximum = profile.MaxSpeedValue;
+    if (ramps.curve == Curve::T) {
+        profile.AccelRateValue = TimeToRateT(ramps.times.accel_s, start, maximum);
+        profile.DecelRateValue = TimeToRateT(ramps.times.decel_s, start, maximum);
+        return;
+    }
+    profile.AccelSRangeValue = SRangeToRegister(ramps.ranges.accel_pps, profile.MultiplierValue);
+    profile.DecelSRangeValue = SRangeToRegister(ramps.ranges.decel_pps, profile.MultiplierValue);
+    profile.AccelRateValue = TimeToRateS(ramps.times.accel_s, start, maximum, profile.AccelSRangeValue);
+    profile.DecelRateValue = TimeToRateS(ramps.times.decel_s, start, maximum, profile.DecelSRangeValue);
+}
+
 Command SelectStartCommand(std::uint32_t start_speed, std::uint32_t max_speed, RampTimes times)
 {
     constexpr double shortest_ramp_s = 0.001;

@@ -120,6 +120,16 @@ inline std::uint32_t CorrectionToRegister(std::uint32_t correction_speed, std::u
     return WholeSpeedToRegister(correction_speed, multiplier);
 }
 
+// The ramps of a move.
+struct MoveRamps {
+    Curve curve = Curve::T;
+    RampTimes times;
+    SRangeSpeeds ranges; // S-curve only
+};
+
+// Fills in rates and S ranges from the speeds and the multiplier that the registers hold.
+void FillRamps(ProfileRegisters &profile, const MoveRamps &ramps);
+
 // Start command of a move; speeds as magnitudes.
 Command SelectStartCommand(std::uint32_t start_speed, std::uint32_t max_speed, RampTimes times);
 

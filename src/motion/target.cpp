@@ -37,6 +37,15 @@ Result SyncLastTarget(const Axis &axis)
     return result;
 }
 
+Result SyncLastTarget(const CheckedAxes &axes)
+{
+    Result result = Result::Ok;
+    for (const Axis &axis : axes)
+        if (const Result one = SyncLastTarget(axis); one != Result::Ok)
+            result = one;
+    return result;
+}
+
 std::uint32_t DistanceFromTarget(AxisShadow &shadow, std::uint32_t coordinate, bool absolute)
 {
     if (absolute) {

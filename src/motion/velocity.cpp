@@ -81,8 +81,7 @@ struct RateAndRange {
     std::uint32_t s_range;
 };
 
-// The ramp of a change by times, in real arithmetic throughout; the rate is clamped as an unsigned number, so that
-// no time at all gives the slowest.
+// The ramp of a change by times, in real arithmetic throughout.
 RateAndRange RampOfTimes(double rise, double linear_ms, double s_ms, bool s_curve)
 {
     std::uint32_t s_range = 0;
@@ -97,8 +96,7 @@ RateAndRange RampOfTimes(double rise, double linear_ms, double s_ms, bool s_curv
     }
     if (periods == 0)
         return {highest_register, s_range};
-    const double quotient = ramp_ms / 1000 * reference_clock_hz / periods;
-    return {Clamp(TruncateToRegister(quotient) - 1, highest_register), s_range};
+    return {QuotientToRate(ramp_ms / 1000 * reference_clock_hz / periods), s_range};
 }
 
 } // namespace

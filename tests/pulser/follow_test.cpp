@@ -170,6 +170,7 @@ TEST_CASE_FIXTURE(Handwheel, "nothing jumps when the counter is set, or when a r
 
 TEST_CASE_FIXTURE(Handwheel, "an axis that was never mapped does not move, and every start-up adds a tick")
 {
+    shadow(0).PulserDirection = 0; // as loaded: start-up does not reset it
     CHECK(TrevikA_pulser_motion_enable(0, 0, 1, 5) == TREVIK_OK);
     driver.reg(0, Register::COUNTER4) = 5000;
     driver.forget();
