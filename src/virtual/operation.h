@@ -34,8 +34,9 @@ constexpr Kind KindOf(std::uint32_t mode)
         return Kind::Positioning;
     case OperationCode::Line:
         return Kind::Line;
+    default:
+        return Kind::Unknown;
     }
-    return Kind::Unknown;
 }
 
 constexpr bool HasDistance(Kind kind)

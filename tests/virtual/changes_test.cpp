@@ -1,8 +1,6 @@
 // Moves that change while they run, that are stopped and go on, and that take up backlash.
 #include "support/virtual_machine.h"
 
-#include <array>
-
 using namespace trevik::test;
 using trevik::Command;
 using trevik::Register;
@@ -12,7 +10,6 @@ namespace
 {
 
 constexpr std::uint8_t first_axis[4] = {1, 0, 0, 0};
-constexpr std::uint8_t all_axes[4] = {1, 1, 1, 1};
 
 // Speeds and times of a random move.
 struct RandomMove {
@@ -90,21 +87,6 @@ TEST_CASE_FIXTURE(VirtualMachine, "an online change brings its speeds and ramps 
     CHECK(at(0) == 100000);
 }
 
-TEST_CASE_FIXTURE(VirtualMachine, "a new end every 20 ms, for an hour")
-{
-    std::int32_t end = 30;
-    CHECK(TrevikA_T_position_move(0, 0, Unsigned(end), 1, 1500, 1500, 0, 0, 0) == TREVIK_OK);
-    for (int tick = 1; tick < 180000; ++tick) {
-        TrevikHost_advance(0.019999); // the move would end with the tick
-        end += 30;
-        if (TrevikA_T_onLINE_change(0, 0, Unsigned(end), 1, 1500, 1500, 0, 0) != TREVIK_OK)
-            FAIL("the axis stood at ", at(0));
-    }
-    CHECK(std::abs(speed(0)) == doctest::Approx(1500).epsilon(1e-4));
-    run_out();
-    CHECK(at(0) == end);
-}
-
 TEST_CASE_FIXTURE(VirtualMachine, "a running velocity move takes another speed in the time given")
 {
     struct Row {
@@ -177,40 +159,6 @@ TEST_CASE_FIXTURE(VirtualMachine,
         if (at_once) // the library knows where the axis stands
             CHECK(TrevikA_T_position_move(0, 0, Unsigned(begin + distance), 1, 500, 500, 0, 0, 0) ==
                   TREVIK_ERR_PARAM);
-    }
-}
-
-TEST_CASE_FIXTURE(VirtualMachine, "a stopped line restarts as the line that it was")
-{
-    for (unsigned seed = 0; seed < 50; ++seed) {
-        CAPTURE(seed);
-        Draw draw(seed);
-        std::array<std::int32_t, 4> d{};
-        std::array<std::int32_t, 4> begin{};
-        for (std::uint8_t axis = 0; axis < 4; ++axis) {
-            begin[axis] = at(axis);
-            d[axis] = draw.distance(1, 1e5);
-        }
-        CHECK(TrevikA_T_LINE4_move(0, d[0], d[1], d[2], d[3], relative, 100, draw.magnitude(200, 2e5), 50, 200,
-                                   0) == TREVIK_OK);
-        TrevikHost_advance(next_event() * draw.between(0, 99) / 100);
-        CHECK(TrevikA_stop(0, all_axes, draw.between(0, 1) * 50) == TREVIK_OK);
-        run_out();
-        CHECK(TrevikA_3Axis_restart(0, 0) == TREVIK_OK); // the fourth axis is not named
-        CHECK((idle(0) && idle(1) && idle(2)));
-        CHECK(TrevikA_4Axis_restart(0) == TREVIK_OK);
-        const double length = std::hypot(std::hypot(d[0], d[1]), std::hypot(d[2], d[3]));
-        const double step = std::max(1e-4, next_event() / 17);
-        while (std::isfinite(step) && !idle(0)) {
-            TrevikHost_advance(step);
-            double along = 0;
-            for (std::uint8_t axis = 0; axis < 4; ++axis)
-                along += (at(axis) - begin[axis]) * (d[axis] / length);
-            for (std::uint8_t axis = 0; axis < 4; ++axis)
-                CHECK(std::abs(at(axis) - begin[axis] - along * d[axis] / length) <= 1.5);
-        }
-        for (std::uint8_t axis = 0; axis < 4; ++axis)
-            CHECK((idle(axis) && at(axis) - begin[axis] == d[axis]));
     }
 }
 
