@@ -1,0 +1,151 @@
+#include "trevik-scope/recording.h"
+
+#include <trevik/TrevikA.h>
+#include <trevik/TrevikHost.h>
+#include <trevik/TrevikVirtual.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace trevik_scope
+{
+namespace
+{
+
+constexpr double even_samples = 1000;
+constexpr double clock_unit_s = 1e-9;
+constexpr double just_before_s = 2 * clock_unit_s;
+constexpr double never = std::numeric_limits<double>::infinity();
+
+class Recorder
+{
+  public:
+    Recorder(const Motion &motion, RequestLog &log) : motion_(motion), calls_(CallsOf(motion)), log_(log) {}
+
+    // step_s: between even samples; infinite: none.
+    Recording Run(double step_s)
+    {
+        recording_.step_s = step_s;
+        limit_s_ = motion_.for_ms > 0 ? motion_.for_ms / 1000 : DefaultSeconds(motion_);
+        PrepareMachine();
+        if (MakeDueCalls()) {
+            while (recording_.failed_call.empty() && Step()) {
+            }
+        }
+        TrevikA_close();
+        return std::move(recording_);
+    }
+
+  private:
+    void PrepareMachine();
+    bool MakeDueCalls();
+    bool Step();
+    void Advance(double to_s);
+    void TakeSample();
+    double NextEvent() const;
+    double Now() const { return static_cast<double>(now_ns_) * clock_unit_s; }
+    double NextCall() const { return next_call_ < calls_.size() ? calls_[next_call_].at_s : never; }
+
+    const Motion &motion_;
+    std::vector<Call> calls_;
+    RequestLog &log_;
+    Recording recording_;
+    std::size_t next_call_ = 0;
+    std::int64_t now_ns_ = 0;
+    double limit_s_ = 0;
+    long next_even_ = 1;
+};
+
+void Recorder::PrepareMachine()
+{
+    TrevikHost_clock_manual(1);
+    TrevikVirtual_cards_set("0:A");
+    const std::uint32_t result = TrevikA_initial();
+    if (result != TREVIK_OK) {
+        recording_.failed_call = "TrevikA_initial";
+        recording_.failed_code = result;
+    }
+    log_.Take();
+}
+
+double Recorder::NextEvent() const
+{
+    double seconds = never;
+    TrevikVirtual_next_event_read(card, &seconds);
+    return std::isinf(seconds)
+               ? never
+               : static_cast<double>(now_ns_ + std::max(1LL, std::llround(std::ceil(seconds / clock_unit_s)))) *
+                     clock_unit_s;
+}
+
+// False when the library refused one.
+bool Recorder::MakeDueCalls()
+{
+    while (recording_.failed_call.empty() && NextCall() <= Now() + clock_unit_s / 2) {
+        const Call &call = calls_[next_call_++];
+        if (const std::uint32_t result = call.make(); result != TREVIK_OK) {
+            recording_.failed_call = call.name;
+            recording_.failed_code = result;
+            recording_.failed_at_s = Now();
+        }
+        recording_.calls.push_back({call, log_.Take()});
+        TakeSample();
+    }
+    return recording_.failed_call.empty();
+}
+
+// Goes on to the next sample, call or event. False when there is nothing more to see.
+bool Recorder::Step()
+{
+    const double event = NextEvent();
+    const double call = NextCall();
+    const bool nothing_due = std::isinf(event) && std::isinf(call);
+    if (nothing_due && recording_.samples.back().speed_pps == 0 && motion_.kind != Kind::handwheel) {
+        recording_.ended = true;
+        return false;
+    }
+    const double deadline = std::max(Now(), nothing_due || motion_.for_ms > 0 ? limit_s_ : never);
+    const double even = recording_.step_s * static_cast<double>(next_even_);
+    const double sudden = std::min(event, call);
+    const double next = std::min({sudden, even, deadline});
+    if (next == sudden) {
+        Advance(next - just_before_s);
+        TakeSample();
+    }
+    Advance(next);
+    TakeSample();
+    next_even_ += next == even ? 1 : 0;
+    return next < deadline && MakeDueCalls();
+}
+
+void Recorder::Advance(double to_s)
+{
+    if (const std::int64_t to_ns = std::llround(to_s / clock_unit_s); to_ns > now_ns_) {
+        TrevikHost_advance(static_cast<double>(to_ns - now_ns_) * clock_unit_s);
+        now_ns_ = to_ns;
+    }
+}
+
+void Recorder::TakeSample()
+{
+    std::int32_t position = 0;
+    double speed_pps = 0;
+    TrevikVirtual_position_read(card, axis, &position);
+    TrevikVirtual_speed_read(card, axis, &speed_pps);
+    recording_.samples.push_back({Now(), static_cast<double>(position), speed_pps});
+}
+
+} // namespace
+
+// Made twice: once to see how long it takes.
+Recording Record(const Motion &motion, RequestLog &log)
+{
+    const Recording events = Recorder(motion, log).Run(never);
+    if (!events.failed_call.empty()) {
+        return events;
+    }
+    return Recorder(motion, log).Run(std::max(events.EndSeconds(), 1e-6) / even_samples);
+}
+
+} // namespace trevik_scope
