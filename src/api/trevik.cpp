@@ -5,13 +5,26 @@
 #include "api/library.h"
 #include "api/line_entry.h"
 #include "motion/continuous.h"
+#include "motion/homing.h"
 #include "motion/online_change.h"
 #include "motion/position_move.h"
+#include "motion/restart.h"
 #include "motion/speed_range.h"
+#include "motion/stop.h"
+#include "motion/velocity.h"
+#include "pulser/pulser.h"
 #include "status/motion_status.h"
 #include "status/position.h"
 
 using namespace trevik;
+
+namespace
+{
+
+// Start speed of the moves that have only a maximum speed.
+constexpr std::uint32_t pulser_start_pps = 100;
+
+} // namespace
 
 // Library
 
@@ -58,9 +71,130 @@ uint32_t TREVIK_CALL Trevik_T_curve_position_move(uint8_t card, uint8_t axis, ui
                             MoveSpeeds{startSpeed, maxSpeed}, RampTimes{accelTime, decelTime}, StartAtOnce);
 }
 
+uint32_t TREVIK_CALL Trevik_S_curve_position_move(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                                  uint32_t startSpeed, uint32_t maxSpeed, double accelTime,
+                                                  double decelTime, uint32_t sAccel, uint32_t sDecel)
+{
+    return EarlierAxisEntry(card, axis, SPositionMove, SRangeSpeedsOf(sAccel, sDecel),
+                            Destination{distance, absolute != 0}, MoveSpeeds{startSpeed, maxSpeed},
+                            RampTimes{accelTime, decelTime}, StartAtOnce);
+}
+
+uint32_t TREVIK_CALL Trevik_S1_curve_position_move(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                                   uint32_t startSpeed, uint32_t maxSpeed, uint32_t accelTime,
+                                                   uint32_t decelTime, uint32_t sAccelTime, uint32_t sDecelTime)
+{
+    return EarlierAxisEntry(card, axis,
+                            SRampTimes{startSpeed, maxSpeed, accelTime, decelTime, sAccelTime, sDecelTime},
+                            SPositionMove, Destination{distance, absolute != 0}, MoveSpeeds{startSpeed, maxSpeed},
+                            Seconds(accelTime, decelTime), StartAtOnce);
+}
+
 uint32_t TREVIK_CALL Trevik_position_change(uint8_t card, uint8_t axis, uint32_t position, uint8_t absolute)
 {
     return EarlierAxisEntry(card, axis, PositionChange, Destination{position, absolute != 0});
+}
+
+uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                                  uint32_t startSpeed, uint32_t maxSpeed, double accelTime,
+                                                  double decelTime)
+{
+    return EarlierAxisEntry(card, axis, TOnlineChange, Destination{distance, absolute != 0},
+                            MoveSpeeds{startSpeed, maxSpeed}, RampTimes{accelTime, decelTime});
+}
+
+uint32_t TREVIK_CALL Trevik_T_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                            double accelTime)
+{
+    return EarlierAxisEntry(card, axis, TVelocityMove, MoveSpeeds{startSpeed, maxSpeed}, accelTime);
+}
+
+uint32_t TREVIK_CALL Trevik_S_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                            double accelTime, uint32_t sAccel)
+{
+    return EarlierAxisEntry(card, axis, SVelocityMove, SRangeSpeedsOf(sAccel, 0), MoveSpeeds{startSpeed, maxSpeed},
+                            accelTime);
+}
+
+uint32_t TREVIK_CALL Trevik_S1_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                             uint32_t accelTime, uint32_t sAccelTime)
+{
+    return EarlierAxisEntry(card, axis, SRampTime{startSpeed, maxSpeed, accelTime, sAccelTime}, SVelocityMove,
+                            MoveSpeeds{startSpeed, maxSpeed}, Seconds(accelTime));
+}
+
+uint32_t TREVIK_CALL Trevik_velocity_change(uint8_t card, uint8_t axis, uint32_t newSpeed, double time)
+{
+    return EarlierAxisEntry(card, axis, VelocityChange, newSpeed, time);
+}
+
+uint32_t TREVIK_CALL Trevik_S1_velocity_change(uint8_t card, uint8_t axis, uint32_t newSpeed, uint32_t linearTime,
+                                               uint32_t sTime)
+{
+    return EarlierAxisEntry(card, axis, S1VelocityChange, newSpeed, linearTime, sTime);
+}
+
+// Stops, speed, restart
+
+uint32_t TREVIK_CALL Trevik_dec_stop(uint8_t card, uint8_t axis, double decelTime)
+{
+    return EarlierAxisEntry(card, axis, StopDecelerating, decelTime);
+}
+
+uint32_t TREVIK_CALL Trevik_imd_stop(uint8_t card, uint8_t axis)
+{
+    return EarlierAxisEntry(card, axis, StopImmediate);
+}
+
+uint32_t TREVIK_CALL Trevik_emg_stop(uint8_t card)
+{
+    return EarlierCardEntry(card, EmergencyStop);
+}
+
+uint32_t TREVIK_CALL Trevik_read_speed(uint8_t card, uint8_t axis, double *speed)
+{
+    return EarlierAxisEntry(card, axis, VelocityRead, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_OneAxis_restart(uint8_t card, uint8_t axis)
+{
+    return EarlierAxisEntry(card, axis, RestartAxis);
+}
+
+uint32_t TREVIK_CALL Trevik_2Axis_restart(uint8_t card, uint8_t group)
+{
+    return EarlierAxisSetEntry(card, AxisPair(group), Restart);
+}
+
+uint32_t TREVIK_CALL Trevik_3Axis_restart(uint8_t card, uint8_t group)
+{
+    return EarlierAxisSetEntry(card, AxisTriple(group), Restart);
+}
+
+uint32_t TREVIK_CALL Trevik_4Axis_restart(uint8_t card)
+{
+    return EarlierAxisSetEntry(card, all_four_axes, Restart);
+}
+
+// Homing
+
+uint32_t TREVIK_CALL Trevik_config_home_mode(uint8_t card, uint8_t axis, uint8_t mode, uint8_t option)
+{
+    return EarlierAxisEntry(card, axis, HomeModeSet, mode, option);
+}
+
+uint32_t TREVIK_CALL Trevik_start_homing(uint8_t card, uint8_t axis, uint32_t startSpeed, uint32_t maxSpeed,
+                                         double accelTime, uint8_t direction)
+{
+    return EarlierAxisEntry(card, axis, HomeStart, MoveSpeeds{startSpeed, maxSpeed}, accelTime, direction);
+}
+
+uint32_t TREVIK_CALL Trevik_start_origin_search_homing(uint8_t card, uint8_t axis, uint32_t startSpeed,
+                                                       uint32_t maxSpeed, double accelTime, uint8_t direction,
+                                                       uint32_t distance)
+{
+    return EarlierAxisEntry(card, axis, HomeSearch, MoveSpeeds{startSpeed, maxSpeed}, accelTime, direction,
+                            distance);
 }
 
 // Lines
@@ -183,4 +317,48 @@ uint32_t TREVIK_CALL Trevik_set_current_position(uint8_t card, uint8_t axis, uin
 uint32_t TREVIK_CALL Trevik_correct_current_POS(uint8_t card, uint8_t axis)
 {
     return EarlierAxisEntry(card, axis, CorrectCurrentPosition);
+}
+
+// Handwheel
+
+uint32_t TREVIK_CALL Trevik_config_pulser_mode(uint8_t card, uint8_t axis, uint8_t format, uint8_t option)
+{
+    return EarlierAxisEntry(card, axis, PulserModeSet, format, option);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_pulser_mode(uint8_t card, uint8_t axis, uint8_t *format, uint8_t *option)
+{
+    return EarlierAxisEntry(card, axis, PulserModeRead, format, option);
+}
+
+uint32_t TREVIK_CALL Trevik_read_pulser_counter(uint8_t card, uint8_t axis, uint32_t *counter)
+{
+    return EarlierAxisEntry(card, axis, PulserCounterRead, counter);
+}
+
+uint32_t TREVIK_CALL Trevik_set_pulser_counter(uint8_t card, uint8_t axis, uint32_t counter)
+{
+    return EarlierAxisEntry(card, axis, PulserCounterSet, counter);
+}
+
+uint32_t TREVIK_CALL Trevik_set_pulser_Map(uint8_t card, uint8_t axis, uint8_t source, uint8_t reverse)
+{
+    return EarlierCardEntry(card, PulserMapSet, axis, source, reverse);
+}
+
+uint32_t TREVIK_CALL Trevik_enable_pulser_motion(uint8_t card, uint8_t axis, uint8_t enable, uint16_t ratio)
+{
+    return EarlierCardEntry(card, PulserMotionEnable, axis, enable, ratio);
+}
+
+uint32_t TREVIK_CALL Trevik_run_pulser_Vmove(uint8_t card, uint8_t axis, uint32_t maxSpeed)
+{
+    return EarlierAxisEntry(card, axis, TVelocityMove, MoveSpeeds{pulser_start_pps, maxSpeed}, 0.0);
+}
+
+uint32_t TREVIK_CALL Trevik_run_pulser_Pmove(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
+                                             uint32_t maxSpeed)
+{
+    return EarlierAxisEntry(card, axis, TPositionMove, Destination{distance, absolute != 0},
+                            MoveSpeeds{pulser_start_pps, maxSpeed}, RampTimes{}, StartAtOnce);
 }
