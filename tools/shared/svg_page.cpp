@@ -74,7 +74,7 @@ void SvgPage::DrawTicksAcross(const Scale &across, const Scale &up, bool values)
 
 void SvgPage::DrawTicksUp(const Scale &across, const Scale &up)
 {
-    const double step = TickStep(up.values.Size(), (up.low_at - up.high_at) / 50);
+    const double step = TickStep(up.values.Size(), (up.low_at - up.high_at) / up.tick_distance);
     const long last = std::lround(std::floor(up.values.high / step));
     for (long tick = std::lround(std::ceil(up.values.low / step)); tick <= last; ++tick) {
         const double value = static_cast<double>(tick) * step;

@@ -33,6 +33,7 @@ struct Scale {
     double low_at = 0;
     double high_at = 1;
     std::string (*text)(double) = PlainNumber; // of its tick values
+    double tick_distance = 50;                 // at least, about; upwards
 
     double At(double value) const { return low_at + (value - values.low) / values.Size() * (high_at - low_at); }
 };

@@ -57,7 +57,14 @@ struct Plot {
     double height;
     std::vector<Point> curve = {}; // seconds and units; when it is placed, places on the page
     Scale up = {};
+    double unit_size = 1; // in which its values are told
     std::string label = {};
+};
+
+// Beside the right edge of a plot.
+struct EdgeLabel {
+    double y;
+    std::string text;
 };
 
 class Page : private SvgPage
@@ -78,6 +85,10 @@ class Page : private SvgPage
     void DrawTitle();
     void DrawPlot(const Plot &plot, const char *time_label);
     void DrawCurve(const Plot &plot);
+    void DrawAsked();
+    void DrawSwitches();
+    void DrawIndex(std::vector<EdgeLabel> &labels);
+    void DrawEdgeLabels(const Plot &plot, std::vector<EdgeLabel> labels);
     void DrawEvents();
     void DrawTable(double top);
     void DrawRow(const RegisterRow &row, double y);
@@ -85,9 +96,9 @@ class Page : private SvgPage
     const Motion &motion_;
     const Recording &recording_;
     const std::vector<RegisterGroup> &registers_;
-    Plot position_ = {"position", "pulses", "#14508c", 190};
-    Plot speed_ = {"speed", "pulses/s", "#1f7a4d", 190};
-    Plot acceleration_ = {"acceleration", "pulses/s²", "#8a3ffc", 150};
+    Plot position_ = {"position", "pulses", "#14508c", 185};
+    Plot speed_ = {"speed", "pulses/s", "#1f7a4d", 185};
+    Plot acceleration_ = {"acceleration", "pulses/s²", "#8a3ffc", 170};
     Scale time_;
     double time_unit_ = 1000; // of it a second has
     double rest_s_ = 0;       // before and after the motion
@@ -115,7 +126,7 @@ std::vector<Point> AccelerationCurve(const Recording &recording, double rest_s)
     for (const Interval &interval : intervals) {
         highest = std::max(highest, std::fabs(interval.acceleration));
     }
-    std::vector<Point> curve = {{-rest_s, 0}};
+    std::vector<Point> curve = {{-rest_s, 0}, {0, 0}};
     double before = 0;
     for (const Interval &interval : intervals) {
         if (std::fabs(interval.acceleration - before) > highest * step_share) {
@@ -142,6 +153,8 @@ std::string Page::Draw()
     BeginPage(page_width, bottom, style);
     DrawTitle();
     DrawPlot(position_, "");
+    DrawSwitches();
+    DrawAsked();
     DrawPlot(speed_, "");
     DrawPlot(acceleration_, time_unit_ == 1 ? "time, s" : "time, ms");
     DrawEvents();
@@ -170,7 +183,7 @@ void Page::PlacePlots(double top)
     }
 }
 
-// Large numbers are told in thousands or millions.
+// Large numbers are told in thousands (k) or millions (M).
 void Page::PlacePlot(Plot &plot, double &top)
 {
     Range range = {0, 0};
@@ -183,10 +196,10 @@ void Page::PlacePlot(Plot &plot, double &top)
         range = {-1, 1};
     }
     const double largest = std::max(range.high, -range.low);
-    const double unit = largest < 1e6 ? 1 : largest < 1e9 ? 1e3 : 1e6;
-    const char *prefix = unit == 1 ? "" : unit == 1e3 ? "thousand " : "million ";
+    const double unit = plot.unit_size = largest < 1e6 ? 1 : largest < 1e9 ? 1e3 : 1e6;
+    const char *prefix = unit == 1 ? "" : unit == 1e3 ? "k " : "M ";
     plot.label = fmt::format("{}, {}{}", plot.quantity, prefix, plot.unit);
-    plot.up = {{range.low / unit, range.high / unit}, top + plot.height, top, GroupedNumber};
+    plot.up = {{range.low / unit, range.high / unit}, top + plot.height, top, GroupedNumber, 30};
     for (Point &point : plot.curve) {
         point = {time_.At(point.x * time_unit_), plot.up.At(point.y / unit)};
     }
@@ -228,6 +241,77 @@ void Page::DrawCurve(const Plot &plot)
         Put("{:.1f},{:.1f} ", point.x, point.y);
     }
     Put("\"/>\n");
+}
+
+// Speeds that the first call asks for.
+void Page::DrawAsked()
+{
+    if (motion_.kind == Kind::handwheel) {
+        return;
+    }
+    const double sign = speed_.up.values.high > 0 ? 1 : -1;
+    std::vector<EdgeLabel> labels;
+    for (const auto &[pps, name] :
+         {std::pair(motion_.profile.max, "max"), std::pair(motion_.profile.start, "start")}) {
+        const double value = sign * std::fabs(pps) / speed_.unit_size;
+        if (value >= speed_.up.values.low && value <= speed_.up.values.high) {
+            const double y = speed_.up.At(value);
+            Put("<path class=\"asked\" d=\"M{} {:.1f}H{}\"/>\n", plot_left, y, plot_right);
+            labels.push_back({y, name});
+        }
+    }
+    DrawEdgeLabels(speed_, std::move(labels));
+}
+
+// Where the switches of the machine are on.
+void Page::DrawSwitches()
+{
+    const Range &seen = position_.up.values;
+    std::vector<EdgeLabel> labels;
+    for (const Switch &one : motion_.switches) {
+        const double low = std::max(seen.low, (one.first - 0.5) / position_.unit_size);
+        const double high = std::min(seen.high, (one.last + 0.5) / position_.unit_size);
+        if (low < high) {
+            const double top = position_.up.At(high);
+            const double height = std::max(position_.up.At(low) - top, 1.5);
+            Put("<rect class=\"switch\" x=\"{}\" y=\"{:.1f}\" width=\"{}\" height=\"{:.1f}\"/>\n", plot_left, top,
+                plot_right - plot_left, height);
+            labels.push_back({top + height / 2, one.name});
+        }
+    }
+    DrawIndex(labels);
+    DrawEdgeLabels(position_, std::move(labels));
+}
+
+// Ticks at the index pulses, where they are not too many to be told apart.
+void Page::DrawIndex(std::vector<EdgeLabel> &labels)
+{
+    constexpr double most = 60;
+    const Range &seen = position_.up.values;
+    const double period = motion_.index.period / position_.unit_size;
+    if (period == 0 || seen.Size() / period > most) {
+        return;
+    }
+    const double any = motion_.index.first / position_.unit_size;
+    for (double at = any + std::ceil((seen.low - any) / period) * period; at <= seen.high; at += period) {
+        Put("<path class=\"frame\" d=\"M{0} {1:.1f}h6M{2} {1:.1f}h-6\"/>", plot_left, position_.up.At(at),
+            plot_right);
+    }
+    const double end = recording_.samples.back().position / position_.unit_size;
+    labels.push_back({position_.up.At(any + std::round((end - any) / period) * period), "index"});
+}
+
+// Pushed apart where they would overlap.
+void Page::DrawEdgeLabels(const Plot &plot, std::vector<EdgeLabel> labels)
+{
+    constexpr double apart = 13;
+    std::sort(labels.begin(), labels.end(), [](const EdgeLabel &a, const EdgeLabel &b) { return a.y > b.y; });
+    double lowest = plot.up.low_at;
+    for (const EdgeLabel &label : labels) {
+        const double y = std::min(label.y, lowest);
+        Put("<text class=\"edge\" x=\"{}\" y=\"{:.1f}\">{}</text>\n", plot_right + 5, y + 4, label.text);
+        lowest = y - apart;
+    }
 }
 
 void Page::DrawEvents()

@@ -32,7 +32,6 @@ bool WriteFile(const std::string &name, const std::string &text)
            std::fflush(file.get()) == 0;
 }
 
-// One line for each stretch of time: where it begins, and the acceleration in it.
 std::string CsvText(const Recording &recording)
 {
     std::string text = "time_s,position_pulses,speed_pps\n";

@@ -62,7 +62,7 @@ struct Index {
 
 struct Handwheel {
     std::int32_t counts = 0;
-    double turn_ms = 0;
+    double turn_ms = 500;
     std::uint16_t ratio = 1;
 };
 

@@ -2,7 +2,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <trevik/TrevikVirtual.h>
+
+#include <limits>
 #include <optional>
+#include <vector>
 
 #include "shared/option_checks.h"
 #include "shared/version.h"
@@ -64,6 +68,47 @@ void AddSTimes(CLI::App &kind, Profile &profile, bool decel)
     }
 }
 
+// A switch: where it is first and last on, in pulses from where the axis stands.
+void AddSwitch(CLI::App &kind, Motion &motion, const char *option, const char *name, std::uint8_t input)
+{
+    kind.add_option_function<std::vector<std::int32_t>>(
+            option,
+            [&motion, name, input](const std::vector<std::int32_t> &ends) {
+                motion.switches.push_back({name, input, ends.front(), ends.back()});
+            },
+            std::string("where the ") + name + " switch is on, pulses from where the axis stands at first")
+        ->expected(2)
+        ->type_name("FIRST LAST");
+}
+
+void AddMachine(CLI::App &kind, Motion &motion)
+{
+    constexpr std::int32_t no_first = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t no_last = std::numeric_limits<std::int32_t>::max();
+    AddSwitch(kind, motion, "--home-switch", "home", TREVIK_VIRTUAL_HOME);
+    AddSwitch(kind, motion, "--slow-down", "slow-down", TREVIK_VIRTUAL_SLOW_DOWN);
+    kind.add_option_function<std::int32_t>(
+        "--plus-limit",
+        [&motion](std::int32_t first) {
+            motion.switches.push_back({"+ limit", TREVIK_VIRTUAL_PLUS_LIMIT, first, no_last});
+        },
+        "where the + end limit begins, pulses");
+    kind.add_option_function<std::int32_t>(
+        "--minus-limit",
+        [&motion](std::int32_t last) {
+            motion.switches.push_back({"− limit", TREVIK_VIRTUAL_MINUS_LIMIT, no_first, last});
+        },
+        "where the - end limit ends, pulses");
+    kind.add_option_function<std::vector<std::int32_t>>(
+            "--index",
+            [&motion](const std::vector<std::int32_t> &index) {
+                motion.index = {index.front(), static_cast<std::uint32_t>(index.back())};
+            },
+            "an index pulse at FIRST and every PERIOD pulses")
+        ->expected(2)
+        ->type_name("FIRST PERIOD");
+}
+
 void AddCommon(CLI::App &kind, Options &options, Later &later)
 {
     kind.add_option("--svg", options.svg, "draw into this file")->capture_default_str();
@@ -74,6 +119,7 @@ void AddCommon(CLI::App &kind, Options &options, Later &later)
         ->needs(at);
     kind.add_option("--fix-range", options.motion.fixed_range,
                     "pulses/s; fixes the speed range for this speed first");
+    AddMachine(kind, options.motion);
     AddTime(kind, "--for", options.motion.for_ms,
             "ms; the longest time to look at it (default: a move that does not end is seen until its last ramp has "
             "been over for a while)");
@@ -140,6 +186,42 @@ void AddVelocity(CLI::App &app, Options &options, Later &later, Kind which)
     AddCommon(kind, options, later);
 }
 
+void AddHoming(CLI::App &app, Options &options, Later &later, Kind which)
+{
+    const bool search = which == Kind::home_search;
+    Motion &motion = options.motion;
+    CLI::App &kind = *app.add_subcommand(search ? "home-search" : "home",
+                                         search ? "searches the home switch" : "homes in one direction");
+    kind.callback([&motion, which] { motion.kind = which; });
+    kind.add_option("--direction", motion.homing.direction, "0: to +, 1: to -")
+        ->check(Between(0, 1))
+        ->capture_default_str();
+    if (search) {
+        kind.add_option("--distance", motion.profile.distance, "pulses to go clear of the switch")
+            ->capture_default_str();
+    } else {
+        kind.add_option("--home-mode", motion.homing.mode, "0 to 12, as docs/virtual-cards.md says")
+            ->check(Between(0, 255))
+            ->capture_default_str();
+        kind.add_option("--option", motion.homing.option, "0 to 15; one more index pulse than this is counted")
+            ->check(Between(0, 255))
+            ->capture_default_str();
+    }
+    AddSpeeds(kind, motion.profile, "pulses/s, the speed to reach");
+    AddCommon(kind, options, later);
+}
+
+void AddHandwheel(CLI::App &app, Options &options, Later &later)
+{
+    Motion &motion = options.motion;
+    CLI::App &kind = *app.add_subcommand("handwheel", "follows a handwheel");
+    kind.callback([&motion] { motion.kind = Kind::handwheel; });
+    kind.add_option("--counts", motion.handwheel.counts, "handwheel counts to turn it by")->capture_default_str();
+    AddTime(kind, "--turn", motion.handwheel.turn_ms, "ms that the turn takes")->capture_default_str();
+    kind.add_option("--ratio", motion.handwheel.ratio, "pulses for each count, 1 to 1000")->capture_default_str();
+    AddCommon(kind, options, later);
+}
+
 // What is not given stays as the move has it.
 Change ChangeOf(const Profile &move, const Later &later)
 {
@@ -194,6 +276,9 @@ bool ParseOptions(int argc, const char *const *argv, Options &options, int &stat
     AddPosition(app, options, later, Kind::s_position);
     AddVelocity(app, options, later, Kind::t_velocity);
     AddVelocity(app, options, later, Kind::s_velocity);
+    AddHoming(app, options, later, Kind::home);
+    AddHoming(app, options, later, Kind::home_search);
+    AddHandwheel(app, options, later);
     try {
         app.parse(argc, argv);
         TakeLater(options.motion, later);

@@ -13,7 +13,7 @@ namespace trevik_scope
 namespace
 {
 
-constexpr double even_samples = 1000;
+constexpr double even_samples = 5000;
 constexpr double clock_unit_s = 1e-9;
 constexpr double just_before_s = 2 * clock_unit_s;
 constexpr double never = std::numeric_limits<double>::infinity();
@@ -30,6 +30,7 @@ class Recorder
         limit_s_ = motion_.for_ms > 0 ? motion_.for_ms / 1000 : DefaultSeconds(motion_);
         PrepareMachine();
         if (MakeDueCalls()) {
+            TrevikVirtual_handwheel_turn(card, axis, motion_.handwheel.counts, motion_.handwheel.turn_ms / 1000);
             while (recording_.failed_call.empty() && Step()) {
             }
         }
@@ -66,6 +67,10 @@ void Recorder::PrepareMachine()
         recording_.failed_call = "TrevikA_initial";
         recording_.failed_code = result;
     }
+    for (const Switch &one : motion_.switches) {
+        TrevikVirtual_switch_set(card, axis, one.input, one.first, one.last);
+    }
+    TrevikVirtual_index_set(card, axis, motion_.index.first, motion_.index.period);
     log_.Take();
 }
 
@@ -101,11 +106,12 @@ bool Recorder::Step()
     const double event = NextEvent();
     const double call = NextCall();
     const bool nothing_due = std::isinf(event) && std::isinf(call);
-    if (nothing_due && recording_.samples.back().speed_pps == 0 && motion_.kind != Kind::handwheel) {
+    const bool follows = motion_.kind == Kind::handwheel; // the ticks of the library are no events of the card
+    if (nothing_due && recording_.samples.back().speed_pps == 0 && !follows) {
         recording_.ended = true;
         return false;
     }
-    const double deadline = std::max(Now(), nothing_due || motion_.for_ms > 0 ? limit_s_ : never);
+    const double deadline = std::max(Now(), nothing_due || follows || motion_.for_ms > 0 ? limit_s_ : never);
     const double even = recording_.step_s * static_cast<double>(next_even_);
     const double sudden = std::min(event, call);
     const double next = std::min({sudden, even, deadline});

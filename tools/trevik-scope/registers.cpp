@@ -110,6 +110,9 @@ std::string Registers::RampdownText() const
 std::string Registers::Meaning(const std::string &name) const
 {
     const auto value = static_cast<double>(Now(name.c_str()));
+    if ((name == "S_ACCEL_RANGE" || name == "S_DECEL_RANGE") && value == 0) {
+        return "wholly curved";
+    }
     if (name == "START_SPEED" || name == "MAX_SPEED" || name == "CORRECTION_SPEED" || name == "S_ACCEL_RANGE" ||
         name == "S_DECEL_RANGE") {
         return Number(value * Unit(), "pulses/s");
