@@ -25,8 +25,7 @@ void TREVIK_CALL OnTick(os::UINT, os::UINT, os::DWORD_PTR, os::DWORD_PTR, os::DW
 
 CardManager::~CardManager()
 {
-    for (unsigned i = 0; i < tick_count_; ++i)
-        os::timeKillEvent(tick_ids_[i]);
+    StopPulserTicks();
     Close();
 }
 
@@ -64,6 +63,12 @@ void CardManager::StartPulserTick()
     const os::UINT id = os::timeSetEvent(period_ms, resolution_ms, OnTick, 0, os::TimePeriodic);
     if (id != 0)
         tick_ids_[tick_count_++] = id;
+}
+
+void CardManager::StopPulserTicks()
+{
+    while (tick_count_ > 0)
+        os::timeKillEvent(tick_ids_[--tick_count_]);
 }
 
 void CardManager::PulserFollowTick()

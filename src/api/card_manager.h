@@ -30,6 +30,9 @@ class CardManager
     // The periodic task: every axis that follows a handwheel takes its next step.
     void PulserFollowTick();
 
+    // Ends the periodic task.
+    void StopPulserTicks();
+
     // True for a found card whose model word nobody knows; false for numbers above 15.
     bool unsupported(std::uint8_t card) const
     {

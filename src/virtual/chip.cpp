@@ -133,7 +133,10 @@ std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, s
             return 0;
         Section &leader = leader_of(section);
         const double pps = leader.profile.speed_at(leader.start_time.seconds_until(now_ns));
-        return static_cast<std::uint32_t>(pps / SpeedUnit(leader.reg(Register::MULTIPLIER)) + pulse_tolerance);
+        const double units = pps / SpeedUnit(leader.reg(Register::MULTIPLIER)) + pulse_tolerance;
+        constexpr double highest_units =
+            65535; // above it when the multiplier was written and the speed is still old
+        return static_cast<std::uint32_t>(Smaller(units, highest_units));
     }
     default:
         return 0;

@@ -28,7 +28,7 @@ void Chip::begin_homing(Section &axis, const Moment &now)
     const bool on_home = (inputs_at(axis, 0) & Bit(Input::Home)) != 0;
     homing.mode = PhasesOfMode(home_mode.get(axis.reg(Register::HOME_CONFIG)));
     homing.phase = search && on_home ? PhasesOfSearch() + 1 : homing.mode;
-    homing.may_turn = search && !on_home;
+    homing.may_turn = search && !on_home && homing.mode->until == Until::HomeOn;
     begin_phase(axis, {now, 0, false});
 }
 

@@ -19,21 +19,23 @@ inline constexpr BitField slow_down_enable{8, 1}; // of the mode word
 
 constexpr Kind KindOf(std::uint32_t mode)
 {
-    const std::uint32_t code = mode_field::operation.get(mode);
-    if (code == static_cast<std::uint32_t>(OperationCode::Line))
-        return Kind::Line;
-    switch (code & ~direction_bit) {
-    case 0x00:
+    switch (static_cast<OperationCode>(mode_field::operation.get(mode))) {
+    case OperationCode::ContinuousPlus:
+    case OperationCode::ContinuousMinus:
         return Kind::Continuous;
-    case 0x10:
+    case OperationCode::HomePlus:
+    case OperationCode::HomeMinus:
         return Kind::Homing;
-    case 0x15:
+    case OperationCode::HomeSearchPlus:
+    case OperationCode::HomeSearchMinus:
         return Kind::HomeSearch;
-    case static_cast<std::uint32_t>(OperationCode::Positioning):
-        return Kind::Positioning; // with backlash correction, too
-    default:
-        return Kind::Unknown;
+    case OperationCode::Positioning:
+    case OperationCode::PositioningBacklash:
+        return Kind::Positioning;
+    case OperationCode::Line:
+        return Kind::Line;
     }
+    return Kind::Unknown;
 }
 
 constexpr bool HasDistance(Kind kind)

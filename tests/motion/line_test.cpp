@@ -1,38 +1,19 @@
 // Request logs of whole line moves, worked out by hand.
-#include "support/recording_driver.h"
+#include "support/started_library.h"
 
 #include <doctest/doctest.h>
 
 using namespace trevik;
-using trevik::test::RecordingDriver;
+using trevik::test::StartedLibrary;
 
 namespace
 {
 
 constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
 
-struct Fixture {
-    RecordingDriver driver;
-
-    Fixture()
-    {
-        REQUIRE(TrevikA_initial() == TREVIK_OK);
-        driver.forget();
-    }
-    // The first `lines` lines of the log.
-    std::string head(std::size_t lines)
-    {
-        const std::string all = driver.log();
-        std::size_t end = 0;
-        while (lines-- > 0)
-            end = all.find('\n', end) + 1;
-        return all.substr(0, end);
-    }
-};
-
 } // namespace
 
-TEST_CASE_FIXTURE(Fixture, "a 2-axis line runs its longest axis at its share of the path speed")
+TEST_CASE_FIXTURE(StartedLibrary, "a 2-axis line runs its longest axis at its share of the path speed")
 {
     // Distances 3000, -4000: k = 0.8. m = 1965 from the unscaled 10000; FH = trunc(1966 * 8000 / 300 + 0.95), FL
     // from 400; rate = trunc(1966080 / (49805 * 4)) - 1.
@@ -66,7 +47,7 @@ command axes 0xA  CMD_START_ACC_DEC
 )");
 }
 
-TEST_CASE_FIXTURE(Fixture, "the first axis alone decides whether a line is short")
+TEST_CASE_FIXTURE(StartedLibrary, "the first axis alone decides whether a line is short")
 {
     // The profile needs 3002 pulses. 3000 on the first axis: short, each axis its share 39 * |D| / 46.
     CHECK(TrevikA_T_LINE3_move(0, 3, 3000, -400, 100, relative, 500, 10000, 100, 500, 0) == TREVIK_OK);
@@ -84,7 +65,7 @@ TEST_CASE_FIXTURE(Fixture, "the first axis alone decides whether a line is short
     CHECK(full.find("axis 2  RAMPDOWN_POINT = 2592\nwrite  axis 2  MODE = 0x01002061\n") != std::string::npos);
 }
 
-TEST_CASE_FIXTURE(Fixture, "a line to nowhere is written and started with the slowest speeds")
+TEST_CASE_FIXTURE(StartedLibrary, "a line to nowhere is written and started with the slowest speeds")
 {
     CHECK(TrevikA_T_LINE2_move(0, 0, 0, 0, relative, 500, 10000, 0, 0, 0) == TREVIK_OK);
     CHECK(head(6) == R"(read   axis 0  main status -> 0x0008
@@ -96,7 +77,7 @@ write  axis 0  ACCEL_RATE = 1
 )");
 }
 
-TEST_CASE_FIXTURE(Fixture, "a queued S-curve line of 3 axes, given by linear and curved times")
+TEST_CASE_FIXTURE(StartedLibrary, "a queued S-curve line of 3 axes, given by linear and curved times")
 {
     for (std::uint8_t axis = 0; axis < 3; ++axis) {
         TrevikA_continuous_flag_set(0, axis, 1);
@@ -122,7 +103,7 @@ write  axis 0  PRESET_S_DECEL_RANGE = 0
 )");
 }
 
-TEST_CASE_FIXTURE(Fixture, "a 4-axis S-curve line, given by whole ramp times, fits a short distance")
+TEST_CASE_FIXTURE(StartedLibrary, "a 4-axis S-curve line, given by whole ramp times, fits a short distance")
 {
     // Ramps of 100 ms up and 400 ms down, curved sections 20 ms and 50 ms: S speeds 9500 * 20 / 160 = 1187 and
     // 9500 * 50 / 700 = 678 pulses/s; S ranges trunc(1966 * 1187 / 300) = 7778 and 4443. Along axis 3.
@@ -139,7 +120,7 @@ TEST_CASE_FIXTURE(Fixture, "a 4-axis S-curve line, given by whole ramp times, fi
     CHECK(full.find("write  axis 0  MODE = 0x01002461\n") != std::string::npos);
 }
 
-TEST_CASE_FIXTURE(Fixture, "refusals of lines, and what they leave behind")
+TEST_CASE_FIXTURE(StartedLibrary, "refusals of lines, and what they leave behind")
 {
     struct Row {
         const char *what;

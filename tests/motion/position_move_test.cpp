@@ -1,37 +1,13 @@
 // Request logs of whole position moves, worked out by hand.
-#include "support/recording_driver.h"
-
-#include "api/card_manager.h"
+#include "support/started_library.h"
 
 #include <doctest/doctest.h>
 
 using namespace trevik;
-using trevik::test::RecordingDriver;
+using trevik::test::Pulses;
+using trevik::test::StartedLibrary;
 
-namespace
-{
-
-constexpr std::uint32_t Pulses(std::int32_t value)
-{
-    return static_cast<std::uint32_t>(value);
-}
-
-// A started library on one card whose axes are idle.
-struct Fixture {
-    RecordingDriver driver;
-
-    Fixture()
-    {
-        REQUIRE(TrevikA_initial() == TREVIK_OK);
-        driver.forget();
-    }
-    void busy(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = 0; }
-    void preset_full(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = MainStatus::preset_full_bit; }
-};
-
-} // namespace
-
-TEST_CASE_FIXTURE(Fixture, "a move with equal ramps lets the chip find the ramp-down point")
+TEST_CASE_FIXTURE(StartedLibrary, "a move with equal ramps lets the chip find the ramp-down point")
 {
     // m = 19660500 / 20000 - 1 = 982; FH = trunc(983 * 20000 / 300 + 0.95); rate = trunc(0.1 s * clock / 255580) -
     // 1
@@ -50,7 +26,7 @@ command axes 0x2  CMD_START_ACC_DEC
 )");
 }
 
-TEST_CASE_FIXTURE(Fixture, "a later move re-bases the target on where the axis stands")
+TEST_CASE_FIXTURE(StartedLibrary, "a later move re-bases the target on where the axis stands")
 {
     CHECK(TrevikA_T_position_move(0, 2, 10000, 0, 500, 20000, 100, 100, 0) == TREVIK_OK);
     driver.reg(2, Register::COUNTER1) = 9998; // stopped early
@@ -90,7 +66,7 @@ command axes 0x4  CMD_START_HIGH
 )");
 }
 
-TEST_CASE_FIXTURE(Fixture, "a queued move goes to the preset registers with the fixed multiplier")
+TEST_CASE_FIXTURE(StartedLibrary, "a queued move goes to the preset registers with the fixed multiplier")
 {
     CHECK(TrevikA_velocity_range_fix(0, 0, 10000) == TREVIK_OK);
     CHECK(TrevikA_continuous_flag_set(0, 0, 2) == TREVIK_OK);
@@ -117,7 +93,7 @@ command axes 0x1  CMD_START_HIGH_DEC
     CHECK(driver.log() == "read   axis 0  main status -> 0x4000\n");
 }
 
-TEST_CASE_FIXTURE(Fixture, "refusals write nothing, and what they leave behind counts")
+TEST_CASE_FIXTURE(StartedLibrary, "refusals write nothing, and what they leave behind counts")
 {
     CHECK(TrevikA_T_position_move(0, 3, 100, 0, 0, 1000, 0, 0, 3) == TREVIK_ERR_PARAM);
     CHECK(driver.requests() == 0);
@@ -132,7 +108,8 @@ TEST_CASE_FIXTURE(Fixture, "refusals write nothing, and what they leave behind c
     CHECK(driver.log() == "read   axis 3  main status -> 0x0000\n");
 }
 
-TEST_CASE_FIXTURE(Fixture, "after an arc that ended short, a relative move starts from where the arc was to end")
+TEST_CASE_FIXTURE(StartedLibrary,
+                  "after an arc that ended short, a relative move starts from where the arc was to end")
 {
     Axis axis;
     REQUIRE(manager.checked(0, 1, axis) == Result::Ok);
@@ -165,70 +142,76 @@ TEST_CASE_FIXTURE(Fixture, "after an arc that ended short, a relative move start
     CHECK(axis.shadow().LastTarget == 1060u);
 }
 
-TEST_CASE_FIXTURE(Fixture, "the end of a running move changes, measured from its start")
+TEST_CASE_FIXTURE(StartedLibrary, "an S-curve move: mode word before ramp-down point, S ranges last")
 {
-    struct Row {
-        std::uint32_t position;
-        std::uint8_t absolute;
-        const char *written;
-        std::uint32_t next_target; // absolute target that is then no distance away
-    };
-    // The running move went from 1000 to 6000.
-    const Row rows[] = {{8000, 1, "write  axis 0  DISTANCE = 7000\n", 8000},
-                        {Pulses(-200), 0, "write  axis 0  DISTANCE = -200\n", 800},
-                        {1000, 1, "write  axis 0  DISTANCE = 0\n", 1000}};
-    for (const Row &row : rows) {
-        CAPTURE(row.written);
-        driver.port(MainStatusPort(0)) = MainStatus::idle_bit;
-        CHECK(TrevikA_position_change(0, 0, row.position, row.absolute) == TREVIK_ERR_NOT_MOVING);
-        CHECK(TrevikA_current_position_set(0, 0, 1000) == TREVIK_OK);
-        driver.reg(0, Register::COUNTER1) = 1000;
-        CHECK(TrevikA_T_position_move(0, 0, 5000, 0, 500, 20000, 100, 100, 0) == TREVIK_OK);
-        busy(0);
-        driver.reg(0, Register::DISTANCE) = 5000;
-        driver.forget();
-        CHECK(TrevikA_position_change(0, 0, row.position, row.absolute) == TREVIK_OK);
-        CHECK(driver.log() ==
-              std::string("read   axis 0  main status -> 0x0000\nread   axis 0  DISTANCE -> 5000\n") + row.written);
-        TrevikA_continuous_flag_set(0, 0, 1);
-        CHECK(TrevikA_position_change(0, 0, row.position, row.absolute) == TREVIK_ERR_NOT_MOVING);
-        CHECK(TrevikA_T_position_move(0, 0, row.next_target, 1, 500, 20000, 0, 0, 0) == TREVIK_ERR_PARAM);
-        TrevikA_continuous_flag_set(0, 0, 0);
-    }
+    // Ranges: trunc(19500 * 20 / (80 * 2)) = 2437 and trunc(19500 * 30 / (70 * 2)) = 4178 pulses/s, times 983 /
+    // 300. Rates: trunc(1966080 / ((63895 + 2 * 7985) * 4)) - 1 and with 13689.
+    CHECK(TrevikA_S_position_move(0, 1, 10000, 0, 500, 20000, 100, 100, 20, 30, 0) == TREVIK_OK);
+    CHECK(driver.log() == R"(read   axis 1  main status -> 0x0008
+write  axis 1  DISTANCE = 10000
+write  axis 1  START_SPEED = 1639
+write  axis 1  MAX_SPEED = 65534
+write  axis 1  ACCEL_RATE = 5
+write  axis 1  DECEL_RATE = 4
+write  axis 1  MULTIPLIER = 982
+write  axis 1  MODE = 0x01000441
+write  axis 1  RAMPDOWN_POINT = 0
+write  axis 1  S_ACCEL_RANGE = 7985
+write  axis 1  S_DECEL_RANGE = 13689
+write  axis 1  CORRECTION_SPEED = 3276
+command axes 0x2  CMD_START_ACC_DEC
+)");
 }
 
-TEST_CASE_FIXTURE(Fixture, "stops")
+TEST_CASE_FIXTURE(StartedLibrary, "a queued S-curve move, and a short one with its maximum speed lowered")
 {
-    const std::uint8_t axes[4] = {1, 2, 1, 255};
-    driver.reg(0, Register::MAX_SPEED) = 65535;
-    CHECK(TrevikA_stop(0, axes, 200) == TREVIK_OK);
-    // trunc(0.2 s * clock / (65535 * 4)) - 1 = 14; an axis without a speed gets the slowest rate.
-    CHECK(driver.log() == R"(read   axis 0  MAX_SPEED -> 65535
-read   axis 0  S_DECEL_RANGE -> 0
-write  axis 0  DECEL_RATE = 14
-read   axis 2  MAX_SPEED -> 0
-read   axis 2  S_DECEL_RANGE -> 0
-write  axis 2  DECEL_RATE = 65535
-command axes 0x5  CMD_STOP_DECEL
+    // FL 6554, Sa 7372, Sd 4207, a 5, d 28; whole profile 2682 pulses: from 30000 on full, from 1500 on not.
+    TrevikA_continuous_flag_set(0, 0, 1);
+    shadow(0).BacklashEnabled = std::uint8_t{1};
+    CHECK(TrevikA_S_position_move(0, 0, Pulses(-30000), 1, 1000, 10000, 100, 400, 20, 50, 1) == TREVIK_OK);
+    CHECK(driver.log() == R"(read   axis 0  main status -> 0x0008
+write  axis 0  PRESET_DISTANCE = -30000
+write  axis 0  PRESET_START_SPEED = 6554
+write  axis 0  PRESET_MAX_SPEED = 65534
+write  axis 0  PRESET_ACCEL_RATE = 5
+write  axis 0  PRESET_DECEL_RATE = 28
+write  axis 0  PRESET_MULTIPLIER = 1965
+write  axis 0  PRESET_MODE = 0x01042449
+write  axis 0  PRESET_RAMPDOWN_POINT = 2186
+write  axis 0  PRESET_S_ACCEL_RANGE = 7372
+write  axis 0  PRESET_S_DECEL_RANGE = 4207
+write  axis 0  CORRECTION_SPEED = 6553
+command axes 0x1  CMD_START_ACC_DEC
 )");
-    CHECK(TrevikA_stop(0, axes, 0) == TREVIK_OK);
-    CHECK(driver.log() == R"(command axes 0x5  CMD_STOP_IMMEDIATE
+    TrevikA_continuous_flag_set(0, 0, 0);
+    shadow(0).BacklashEnabled = std::uint8_t{0};
+    driver.reg(0, Register::COUNTER1) = Pulses(-30000);
+    CHECK(TrevikA_S_position_move(0, 0, Pulses(-1500), 0, 1000, 10000, 100, 400, 20, 50, 0) == TREVIK_OK);
+    CHECK(driver.log() == R"(read   axis 0  main status -> 0x0008
 read   axis 0  main status -> 0x0008
-read   axis 0  COUNTER1 -> 0
-read   axis 2  main status -> 0x0008
-read   axis 2  COUNTER1 -> 0
+read   axis 0  COUNTER1 -> -30000
+write  axis 0  DISTANCE = -1500
+write  axis 0  START_SPEED = 6554
+write  axis 0  MAX_SPEED = 43043
+write  axis 0  ACCEL_RATE = 5
+write  axis 0  DECEL_RATE = 28
+write  axis 0  MULTIPLIER = 1965
+write  axis 0  MODE = 0x05002441
+write  axis 0  RAMPDOWN_POINT = 1002
+write  axis 0  S_ACCEL_RANGE = 7372
+write  axis 0  S_DECEL_RANGE = 4207
+write  axis 0  CORRECTION_SPEED = 6553
+command axes 0x1  CMD_START_ACC_DEC
 )");
-    busy(3);
-    CHECK(TrevikA_stop_emg(0) == TREVIK_OK);
-    CHECK(driver.log() == R"(command axes 0xF  CMD_EMERGENCY_STOP
-read   axis 0  main status -> 0x0008
-read   axis 0  COUNTER1 -> 0
-read   axis 2  main status -> 0x0008
-read   axis 2  COUNTER1 -> 0
-)");
-    driver.reg(1, StatusRegister::CURRENT_SPEED) = 0xABCDFFFE;
-    driver.reg(1, Register::MULTIPLIER) = 1965;
-    double speed = 0;
-    CHECK(TrevikA_velocity_read(0, 1, &speed) == TREVIK_OK);
-    CHECK(speed == doctest::Approx(65534.0 * 300 / 1966));
+}
+
+TEST_CASE_FIXTURE(StartedLibrary, "a ramp shorter than its curved sections is refused before the card is looked at")
+{
+    CHECK(TrevikA_S_position_move(99, 9, 1, 0, 0, 1000, 100, 100, 51, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_S_position_move(99, 9, 1, 0, 0, 1000, 100, 100, 50, 51, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_S_onLINE_change(99, 9, 1, 0, 0, 1000, 100, 100, 50, 51) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_S_velocity_move(99, 9, 0, 1000, 100, 51) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_S_position_move(99, 9, 1, 0, 0, 1000, 100, 100, 50, 50, 0) == TREVIK_ERR_CARD);
+    CHECK(TrevikA_S_velocity_move(0, 4, 0, 1000, 100, 50) == TREVIK_ERR_AXIS);
+    CHECK(driver.requests() == 0);
 }

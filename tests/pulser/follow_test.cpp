@@ -1,0 +1,187 @@
+// The handwheel: request logs of its settings and of its ticks, worked out by hand.
+#include "support/started_library.h"
+
+using namespace trevik;
+using trevik::test::Pulses;
+using trevik::test::StartedLibrary;
+
+namespace
+{
+
+struct Handwheel : StartedLibrary {
+    // Axis 1 follows the handwheel of axis 3 from position 5000.
+    void follow(std::uint8_t reverse, std::uint16_t ratio)
+    {
+        driver.reg(3, Register::COUNTER4) = 100;
+        driver.reg(1, Register::COUNTER1) = 5000;
+        CHECK(TrevikA_pulser_map_set(0, 1, 3, reverse) == TREVIK_OK);
+        CHECK(TrevikA_pulser_motion_enable(0, 1, 1, ratio) == TREVIK_OK);
+        driver.forget();
+    }
+    void turn(std::int32_t counts) { driver.reg(3, Register::COUNTER4) += Pulses(counts); }
+    // The requests of one tick after the handwheel turned.
+    std::string tick(std::int32_t counts)
+    {
+        turn(counts);
+        TrevikHost_advance(0.020);
+        return driver.log();
+    }
+};
+
+bool Has(const std::string &log, const char *line)
+{
+    return log.find(line) != std::string::npos;
+}
+
+} // namespace
+
+TEST_CASE_FIXTURE(Handwheel, "settings")
+{
+    driver.reg(0, Register::SIGNAL_CONFIG2) = 0xFFFFFFFF;
+    CHECK(TrevikA_pulser_mode_set(0, 0, 2, 0) == TREVIK_OK);
+    CHECK(driver.log() ==
+          "read   axis 0  SIGNAL_CONFIG2 -> 0xFFFFFFFF\nwrite  axis 0  SIGNAL_CONFIG2 = 0xFAFFFFFF\n");
+    driver.reg(0, Register::SIGNAL_CONFIG2) = 0x05000000;
+    std::uint8_t format = 9;
+    std::uint8_t option = 9;
+    CHECK(TrevikA_pulser_mode_read(0, 0, &format, &option) == TREVIK_OK);
+    CHECK((format == 1 && option == 1));
+    CHECK(TrevikA_pulser_mode_set(0, 0, 4, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_pulser_mode_set(0, 0, 0, 2) == TREVIK_ERR_PARAM);
+    for (const auto ratio : {std::uint16_t{0}, std::uint16_t{1001}})
+        CHECK(TrevikA_pulser_motion_enable(0, 0, 0, ratio) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_pulser_map_set(0, 0, 4, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_pulser_map_set(9, 4, 0, 0) == TREVIK_ERR_HANDLE); // here before the axis
+    CHECK(TrevikA_pulser_map_set(0, 4, 9, 0) == TREVIK_ERR_AXIS);
+    CHECK(TrevikA_pulser_motion_enable(9, 4, 0, 1) == TREVIK_ERR_HANDLE);
+    CHECK(TrevikA_pulser_counter_set(9, 4, 0) == TREVIK_ERR_AXIS);
+}
+
+TEST_CASE_FIXTURE(Handwheel, "mapping and switching on take the axis and the handwheel where they are")
+{
+    driver.reg(3, Register::COUNTER4) = 100;
+    driver.reg(1, Register::COUNTER1) = 5000;
+    driver.reg(3, Register::MOTION_CONFIG) = 0xFFFFFFFF;
+    driver.forget();
+    CHECK(TrevikA_pulser_map_set(0, 1, 3, 1) == TREVIK_OK);
+    CHECK(driver.log() == "read   axis 3  COUNTER4 -> 100\nread   axis 1  COUNTER1 -> 5000\n");
+    CHECK(shadow(1).PulserBase == -100);
+    CHECK(TrevikA_pulser_motion_enable(0, 1, 1, 3) == TREVIK_OK);
+    CHECK(driver.log() == R"(read   axis 3  COUNTER4 -> 100
+read   axis 1  COUNTER1 -> 5000
+read   axis 3  MOTION_CONFIG -> 0xFFFFFFFF
+write  axis 3  MOTION_CONFIG = 0x00003FFF
+)");
+    CHECK(shadow(1).LastTarget == 5000u);
+    CHECK(TrevikA_pulser_motion_enable(0, 1, 1, 7) == TREVIK_OK); // on already: the ratio alone
+    CHECK(TrevikA_pulser_motion_enable(0, 1, 0, 7) == TREVIK_OK);
+    CHECK(driver.requests() == 0);
+}
+
+TEST_CASE_FIXTURE(Handwheel, "+10 a tick with ratio 3: 30 pulses a tick, at 1500 pulses/s from the fifth tick on")
+{
+    follow(0, 3);
+    TrevikA_velocity_range_fix(0, 1, 50); // does not bind the tick
+    const std::string first = tick(10);
+    // Idle: the online change is refused, a move of its own starts. Speed (30 / 5) * 50 = 300.
+    CHECK(first == R"(read   axis 3  COUNTER4 -> 110
+read   axis 1  main status -> 0x0008
+read   axis 1  main status -> 0x0008
+write  axis 1  DISTANCE = 30
+write  axis 1  START_SPEED = 4096
+write  axis 1  MAX_SPEED = 4096
+write  axis 1  ACCEL_RATE = 1
+write  axis 1  DECEL_RATE = 1
+write  axis 1  MULTIPLIER = 4095
+write  axis 1  RAMPDOWN_POINT = 0
+write  axis 1  MODE = 0x05002041
+write  axis 1  CORRECTION_SPEED = 13653
+command axes 0x2  CMD_START_HIGH_DEC
+)");
+    busy(1);
+    driver.reg(1, Register::DISTANCE) = 30;
+    CHECK(tick(10) == R"(read   axis 3  COUNTER4 -> 120
+read   axis 1  main status -> 0x0000
+read   axis 1  DISTANCE -> 30
+write  axis 1  DISTANCE = 60
+write  axis 1  MULTIPLIER = 4095
+write  axis 1  MAX_SPEED = 8192
+write  axis 1  START_SPEED = 8192
+write  axis 1  ACCEL_RATE = 1
+write  axis 1  DECEL_RATE = 1
+write  axis 1  RAMPDOWN_POINT = 0
+write  axis 1  MODE = 0x05002041
+)");
+    CHECK(Has(tick(10), "MAX_SPEED = 12288\n"));
+    CHECK(Has(tick(10), "MAX_SPEED = 16384\n"));
+    CHECK(Has(tick(10), "MAX_SPEED = 20480\n")); // 1500
+    CHECK(Has(tick(10), "MAX_SPEED = 20480\n"));
+    CHECK(shadow(1).PulserTarget == 5180u);
+    CHECK(shadow(1).RangeFixed == 1);
+    // It stands still: the same target, slower and slower, then at the last speed.
+    for (const char *speed : {"= 16384\n", "= 12288\n", "= 8192\n", "= 4096\n", "= 4096\n"})
+        CHECK(Has(tick(0), speed));
+    CHECK(shadow(1).PulserTarget == 5180u);
+    CHECK(TrevikA_pulser_motion_enable(0, 1, 0, 1) == TREVIK_OK);
+    CHECK(tick(1000).empty());
+}
+
+TEST_CASE_FIXTURE(Handwheel, "turned backwards, reversed, and by less than five pulses")
+{
+    follow(1, 1);
+    shadow(1).PulserLastSpeed = 0;
+    const std::string log = tick(4); // average trunc(-4 / 5) = 0: no speed yet, the slowest there is
+    CHECK(Has(log, "DISTANCE = -4\n"));
+    CHECK(Has(log, "MAX_SPEED = 1\n"));
+    CHECK(Has(tick(-1000), "MAX_SPEED = 65505\n")); // (-4 + 1000) / 5 * 50 = 9950
+    CHECK(shadow(1).PulserTarget == 5996u);
+    CHECK(Has(tick(2000), "START_SPEED = 65534\n")); // (-4 + 1000 - 2000) / 5 * 50 = -10000: its magnitude counts
+    CHECK(shadow(1).PulserLastSpeed == -10000);
+}
+
+TEST_CASE_FIXTURE(Handwheel, "nothing jumps when the counter is set, or when a read is refused")
+{
+    follow(1, 2);
+    CHECK(TrevikA_pulser_counter_set(0, 3, 40) == TREVIK_OK); // axis 1 follows it, reversed
+    driver.reg(3, Register::COUNTER4) = 40;
+    tick(0);
+    CHECK(shadow(1).PulserTarget == 5000u);
+
+    turn(50);
+    driver.refuse(0, 31); // the counter read of the next tick
+    TrevikHost_advance(0.020);
+    CHECK(shadow(1).PulserTarget == 5000u);
+    tick(0); // made good
+    CHECK(shadow(1).PulserTarget == 4900u);
+
+    // Re-based while the driver refuses: nothing moves until both reads have succeeded.
+    for (const std::size_t refused : {0, 1}) {
+        CAPTURE(refused);
+        TrevikA_pulser_motion_enable(0, 1, 0, 2);
+        turn(3000);
+        driver.refuse(refused, 31);
+        CHECK(TrevikA_pulser_motion_enable(0, 1, 1, 2) == TREVIK_OK);
+        driver.forget();
+        CHECK(!Has(tick(0), "command"));
+        tick(-5);
+        CHECK(shadow(1).PulserTarget == 5010u);
+    }
+}
+
+TEST_CASE_FIXTURE(Handwheel, "an axis that was never mapped does not move, and every start-up adds a tick")
+{
+    CHECK(TrevikA_pulser_motion_enable(0, 0, 1, 5) == TREVIK_OK);
+    driver.reg(0, Register::COUNTER4) = 5000;
+    driver.forget();
+    TrevikHost_advance(0.020);
+    CHECK(!Has(driver.log(), "write"));
+    CHECK(TrevikA_initial() == TREVIK_OK); // switches following off
+    CHECK(TrevikA_pulser_motion_enable(0, 0, 1, 5) == TREVIK_OK);
+    driver.forget();
+    TrevikHost_advance(0.020);
+    const std::string two = driver.log();
+    CHECK(two.find("COUNTER4") != two.rfind("COUNTER4"));
+    TrevikA_close();
+    TrevikHost_advance(0.020);
+    CHECK(!Has(driver.log(), "COUNTER4"));
+}

@@ -1,0 +1,59 @@
+// A started library on a recording driver: one A card, number 0, whose axes are idle. Time stands still.
+#pragma once
+
+#include "support/recording_driver.h"
+
+#include "api/card_manager.h"
+
+#include <trevik/TrevikA.h>
+
+#include <doctest/doctest.h>
+
+namespace trevik::test
+{
+
+constexpr std::uint32_t Pulses(std::int32_t value)
+{
+    return static_cast<std::uint32_t>(value);
+}
+
+struct StartedLibrary {
+    RecordingDriver driver;
+
+    StartedLibrary()
+    {
+        TrevikHost_clock_manual(1);
+        REQUIRE(TrevikA_initial() == TREVIK_OK);
+        driver.forget();
+    }
+    ~StartedLibrary()
+    {
+        manager.StopPulserTicks();
+        TrevikHost_clock_manual(0);
+    }
+    StartedLibrary(const StartedLibrary &) = delete;
+    StartedLibrary &operator=(const StartedLibrary &) = delete;
+
+    void idle(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = MainStatus::idle_bit; }
+    void busy(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = 0; }
+    void preset_full(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = MainStatus::preset_full_bit; }
+
+    AxisShadow &shadow(std::uint8_t axis)
+    {
+        Axis checked;
+        REQUIRE(manager.checked(0, axis, checked) == Result::Ok);
+        return checked.shadow();
+    }
+
+    // The first `lines` lines of the log.
+    std::string head(std::size_t lines)
+    {
+        const std::string all = driver.log();
+        std::size_t end = 0;
+        while (lines-- > 0)
+            end = all.find('\n', end) + 1;
+        return all.substr(0, end);
+    }
+};
+
+} // namespace trevik::test
