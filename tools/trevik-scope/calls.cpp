@@ -171,8 +171,11 @@ std::vector<AskedRamp> AskedRampsOf(const Motion &motion)
     return asked;
 }
 
-double DefaultSeconds(const Motion &motion)
+double LongestSeconds(const Motion &motion)
 {
+    if (motion.for_ms > 0) {
+        return motion.for_ms / 1000;
+    }
     constexpr double rest = 1.5;
     double end_ms = motion.profile.accel_ms * rest;
     if (motion.kind == Kind::handwheel) {

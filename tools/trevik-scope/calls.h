@@ -30,7 +30,8 @@ struct AskedRamp {
 
 std::vector<AskedRamp> AskedRampsOf(const Motion &motion);
 
-// How long to look at a motion that does not end by itself: until its last ramp has been over for a while.
-double DefaultSeconds(const Motion &motion);
+// How long to look at a motion that does not end by itself: as long as asked for, otherwise until its last ramp has
+// been over for a while.
+double LongestSeconds(const Motion &motion);
 
 } // namespace trevik_scope

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace trevik_scope
@@ -16,6 +17,7 @@ namespace
 constexpr double even_samples = 5000;
 constexpr double clock_unit_s = 1e-9;
 constexpr double just_before_s = 2 * clock_unit_s;
+constexpr std::int64_t tick_ns = 20'000'000; // the library's own, when an axis follows a handwheel
 constexpr double never = std::numeric_limits<double>::infinity();
 
 class Recorder
@@ -27,13 +29,14 @@ class Recorder
     Recording Run(double step_s)
     {
         recording_.step_s = step_s;
-        limit_s_ = motion_.for_ms > 0 ? motion_.for_ms / 1000 : DefaultSeconds(motion_);
+        limit_s_ = LongestSeconds(motion_);
         PrepareMachine();
         if (MakeDueCalls()) {
             TrevikVirtual_handwheel_turn(card, axis, motion_.handwheel.counts, motion_.handwheel.turn_ms / 1000);
             while (recording_.failed_call.empty() && Step()) {
             }
         }
+        TakeTickWrites();
         TrevikA_close();
         return std::move(recording_);
     }
@@ -45,6 +48,8 @@ class Recorder
     void Advance(double to_s);
     void TakeSample();
     double NextEvent() const;
+    double NextTick() const { return static_cast<double>((now_ns_ / tick_ns + 1) * tick_ns) * clock_unit_s; }
+    void TakeTickWrites();
     double Now() const { return static_cast<double>(now_ns_) * clock_unit_s; }
     double NextCall() const { return next_call_ < calls_.size() ? calls_[next_call_].at_s : never; }
 
@@ -113,15 +118,16 @@ bool Recorder::Step()
     }
     const double deadline = std::max(Now(), nothing_due || follows || motion_.for_ms > 0 ? limit_s_ : never);
     const double even = recording_.step_s * static_cast<double>(next_even_);
-    const double sudden = std::min(event, call);
-    const double next = std::min({sudden, even, deadline});
-    if (next == sudden) {
-        Advance(next - just_before_s);
+    const double sudden = std::min({event, call, follows ? NextTick() : never});
+    double next = std::min({sudden, even, deadline});
+    if (next > sudden - just_before_s) { // an even sample must not hide what was before
+        next = sudden;
+        Advance(sudden - just_before_s);
         TakeSample();
     }
     Advance(next);
     TakeSample();
-    next_even_ += next == even ? 1 : 0;
+    next_even_ += next >= even ? 1 : 0;
     return next < deadline && MakeDueCalls();
 }
 
@@ -130,6 +136,17 @@ void Recorder::Advance(double to_s)
     if (const std::int64_t to_ns = std::llround(to_s / clock_unit_s); to_ns > now_ns_) {
         TrevikHost_advance(static_cast<double>(to_ns - now_ns_) * clock_unit_s);
         now_ns_ = to_ns;
+    }
+}
+
+// Each begins with a distance.
+void Recorder::TakeTickWrites()
+{
+    std::vector<Write> writes = log_.Take();
+    const auto distance =
+        std::find_if(writes.rbegin(), writes.rend(), [](const Write &write) { return write.name == "DISTANCE"; });
+    if (distance != writes.rend()) {
+        recording_.last_tick.assign(std::prev(distance.base()), writes.end());
     }
 }
 
@@ -144,14 +161,19 @@ void Recorder::TakeSample()
 
 } // namespace
 
-// Made twice: once to see how long it takes.
+// Made twice: once to see how long it takes. Not so the handwheel, whose time is known: each start of the library
+// adds a tick of its own.
 Recording Record(const Motion &motion, RequestLog &log)
 {
-    const Recording events = Recorder(motion, log).Run(never);
-    if (!events.failed_call.empty()) {
-        return events;
+    double seconds = LongestSeconds(motion);
+    if (motion.kind != Kind::handwheel) {
+        const Recording events = Recorder(motion, log).Run(never);
+        if (!events.failed_call.empty()) {
+            return events;
+        }
+        seconds = std::max(events.EndSeconds(), 1e-6);
     }
-    return Recorder(motion, log).Run(std::max(events.EndSeconds(), 1e-6) / even_samples);
+    return Recorder(motion, log).Run(seconds / even_samples);
 }
 
 } // namespace trevik_scope

@@ -24,9 +24,10 @@ struct CallWrites {
 struct Recording {
     std::vector<Sample> samples; // where something happens at once: one just before and one just after
     std::vector<CallWrites> calls;
-    double step_s = 0;       // between even samples
-    bool ended = false;      // false: the axis was still moving when the time was up
-    std::string failed_call; // empty: every call was accepted
+    std::vector<Write> last_tick; // what the library wrote by itself, following a handwheel
+    double step_s = 0;            // between even samples
+    bool ended = false;           // false: the axis was still moving when the time was up
+    std::string failed_call;      // empty: every call was accepted
     std::uint32_t failed_code = 0;
     double failed_at_s = 0;
 

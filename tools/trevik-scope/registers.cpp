@@ -142,18 +142,22 @@ std::vector<RegisterGroup> RegisterTable(const Recording &recording)
 {
     Registers registers;
     std::vector<RegisterGroup> groups;
-    for (const CallWrites &made : recording.calls) {
-        if (made.writes.empty()) {
-            continue;
+    const auto add = [&](double at_s, const std::string &title, const std::vector<Write> &writes) {
+        if (writes.empty()) {
+            return;
         }
-        registers.Take(made.writes);
-        RegisterGroup group = {made.call.at_s, made.call.name, {}};
-        for (const Write &write : made.writes) {
+        registers.Take(writes);
+        RegisterGroup group = {at_s, title, {}};
+        for (const Write &write : writes) {
             group.rows.push_back(
                 {write.name, write.value, write.value.empty() ? "" : registers.Meaning(write.name)});
         }
         groups.push_back(std::move(group));
+    };
+    for (const CallWrites &made : recording.calls) {
+        add(made.call.at_s, made.call.name, made.writes);
     }
+    add(0, "the last tick of 20 ms", recording.last_tick);
     return groups;
 }
 

@@ -41,14 +41,24 @@ std::string AskedText(const Ramp &ramp, const std::vector<AskedRamp> &asked)
     return ", part of a ramp";
 }
 
+// A ramp of few samples is not measured well.
+std::string ResolutionText(const Recording &recording, const Ramp &ramp)
+{
+    constexpr double few = 20;
+    return ramp.end_s - ramp.begin_s > few * recording.step_s
+               ? ""
+               : fmt::format(" (seen every {:.2g} ms)", recording.step_s * 1000);
+}
+
 void AddRamps(std::string &text, const Motion &motion, const Recording &recording)
 {
     const std::vector<AskedRamp> asked = AskedRampsOf(motion);
     for (const Ramp &ramp : RampsOf(recording)) {
-        fmt::format_to(std::back_inserter(text), "ramp {:<4} at {} ms: {} to {} pulses/s in {} ms{}\n",
+        fmt::format_to(std::back_inserter(text), "ramp {:<4} at {} ms: {} to {} pulses/s in {} ms{}{}\n",
                        ramp.to_pps > ramp.from_pps ? "up" : "down", Ms(recording, ramp.begin_s),
                        GroupedNumber(std::round(ramp.from_pps)), GroupedNumber(std::round(ramp.to_pps)),
-                       Ms(recording, ramp.end_s - ramp.begin_s), AskedText(ramp, asked));
+                       Ms(recording, ramp.end_s - ramp.begin_s), ResolutionText(recording, ramp),
+                       AskedText(ramp, asked));
     }
 }
 
