@@ -239,8 +239,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_T_LINE4_move(uint8_t card, int32_t pos_0
                                                      uint8_t trigger);
 
 /* The same with S-curve ramps. For LINE2 and LINE3 accel_ms and decel_ms are the LINEAR part of each ramp and
- * s_accel_ms and s_decel_ms each of its two curved parts: the whole ramp lasts linear + 2 x curved; without a linear
- * part there is no ramp at all.
+ * s_accel_ms and s_decel_ms each of its two curved parts: the whole ramp lasts linear + 2 x curved; without a
+ * linear part there is no ramp at all.
  * For LINE4 accel_ms and decel_ms are the WHOLE ramp and s_accel_ms and s_decel_ms each of its two curved parts;
  * TREVIK_ERR_PARAM, before anything else, when a ramp is shorter than twice its curved part.
  * A curved part of 0 makes the whole ramp curved. */
@@ -261,8 +261,9 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0
 /* Two axes along a circle, from where their last moves end.
  *   axis_pair    0: axes 0 1, 1: 0 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3; _a and _b are the first and the second axis
  *   center_...   the circle's center; it is not checked against the end
- *   mid_...      a point on the way. The center found from it is whole pulses, computed one coordinate from the other:
- *                the nearer the point lies to the first axis through the start, the more pulses the end is off the circle
+ *   mid_...      a point on the way. The center found from it is whole pulses, one coordinate computed from the
+ *                other: the nearer the point lies to the first axis through the start, the farther the end may be
+ *                off the circle
  *   radius       pulses; with direction, its sign chooses between the two circles through start and end. Below half
  *                the way to the end, the middle of the way is the center
  *   p1_, p2_, point_  points on a full circle (CIR), which ends where it starts
@@ -274,8 +275,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0
  *   dir          0: clockwise with axis a to the right and b up; otherwise counter-clockwise
  *   trigger      as in TrevikA_T_position_move
  * Ends are whole pulses and rarely lie on the circle: the next relative move starts from the planned end. Results:
- *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps and
- *                              a radius: the end is the start
+ *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps
+ *                              and a radius: the end is the start
  *   TREVIK_ERR_CONTINUOUS_MIX, TREVIK_ERR_BUSY, TREVIK_ERR_QUEUE_FULL   as in the lines
  *   TREVIK_ERR_ARC_AS_LINE     the points lie in a line: a straight move to the end was tried instead,
  *                              whose own result is not told (TrevikA_T_CIR_3P_move tries nothing)
@@ -353,10 +354,10 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CIR_Radius_move(uint8_t card, uint8_t 
  *   end_z        axis 2, absolute or relative by abs_flags[2]
  *   start_speed, max_speed   pulses/s of the leading axis; at most 6,553,500
  *   trigger      0 or 1
- * Results as in the arcs; no axis_pair. With TREVIK_ERR_ARC_AS_LINE nothing moves, but for
- * TrevikA_T_ArcXY_LineZ_3P_move, which tries a line of three axes (and takes trigger 2 then). S-curve: TREVIK_ERR_PARAM, before anything else but
- * the model check, when the ramp is shorter than its two curved sections; TrevikA_S_ArcXY_LineZ_center_move makes the
- * whole ramp curved instead. */
+ * Results as in the arcs; no axis_pair. With TREVIK_ERR_ARC_AS_LINE nothing moves, but
+ * TrevikA_T_ArcXY_LineZ_3P_move tries a line of three axes (and takes trigger 2 then). S-curve: TREVIK_ERR_PARAM,
+ * before anything else but the model check, when the ramp is shorter than its two curved sections;
+ * TrevikA_S_ArcXY_LineZ_center_move makes the whole ramp curved instead. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_center_move(uint8_t card, int32_t center_x, int32_t center_y,
                                                                   int32_t end_x, int32_t end_y, int32_t end_z,
                                                                   const uint8_t *abs_flags, uint32_t start_speed,
@@ -410,8 +411,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CirXY_LineZ_Radius_move(uint8_t card, 
 
 /* ---- Continuous motion -------------------------------------------------------------------------------------- */
 
-/* flag not 0: later moves of the axis, velocity moves excepted, are queued behind the running one and follow it without a
- * stop. flag 0: moves need an idle axis. For an even speed across queued moves fix the speed range too. */
+/* flag not 0: later moves of the axis, velocity moves excepted, are queued behind the running one and follow it
+ * without a stop. flag 0: moves need an idle axis. For an even speed across queued moves fix the speed range. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_continuous_flag_set(uint8_t card, uint8_t axis, uint8_t flag);
 
 /* full = 1 while a queued move waits: another one would be refused with TREVIK_ERR_QUEUE_FULL. */
