@@ -30,6 +30,17 @@ std::string Flower(int segments)
     return text;
 }
 
+// A chain of tangent quarter circles that wind round and round.
+std::string Chain(int segments)
+{
+    static constexpr const char *quarters[] = {"G2 X2 Y2 I2 J0\n", "G2 X4 Y0 I0 J-2\n", "G2 X2 Y-2 I-2 J0\n",
+                                               "G2 X0 Y0 I0 J2\n"};
+    std::string text = "G21 G90 G17\nF3000\n";
+    for (int i = 0; i < segments; ++i)
+        text += quarters[i % 4];
+    return text;
+}
+
 double PeakMegabytes()
 {
     rusage usage{};
@@ -37,11 +48,9 @@ double PeakMegabytes()
     return static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
-void virtual_part(benchmark::State &state)
+void Run(benchmark::State &state, int segments, const std::string &text)
 {
     TrevikHost_driver_set(nullptr);
-    const auto segments = static_cast<int>(state.range(0));
-    const std::string text = Flower(segments);
     trevik_run::Options options;
     options.quiet = true;
     double machine_s = 0;
@@ -59,6 +68,19 @@ void virtual_part(benchmark::State &state)
     state.counters["text_MB"] = static_cast<double>(text.size()) / (1024 * 1024);
     state.counters["peak_growth_MB"] = PeakMegabytes() - megabytes_before;
 }
+
+void virtual_part(benchmark::State &state)
+{
+    const auto segments = static_cast<int>(state.range(0));
+    Run(state, segments, Flower(segments));
+}
 BENCHMARK(virtual_part)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+void virtual_part_arcs(benchmark::State &state)
+{
+    const auto segments = static_cast<int>(state.range(0));
+    Run(state, segments, Chain(segments));
+}
+BENCHMARK(virtual_part_arcs)->Arg(100'000)->Unit(benchmark::kMillisecond);
 
 } // namespace

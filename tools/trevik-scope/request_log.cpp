@@ -5,8 +5,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
+#include <sstream>
 #include <stdexcept>
+#include <string>
 
 namespace trevik_scope
 {
@@ -43,19 +44,19 @@ RequestLog::~RequestLog()
 
 std::vector<Write> RequestLog::Take()
 {
-    static const std::regex write(R"(card \d+  write  axis \d+  (.+) = (\S+).*)");
-    static const std::regex command(R"(card \d+  command axes \S+  (\S+).*)");
     std::vector<Write> writes;
     std::ifstream log(name_);
     log.seekg(read_to_);
     std::string line;
-    std::smatch part;
     while (std::getline(log, line)) {
         read_to_ += static_cast<long>(line.size()) + 1;
-        if (std::regex_match(line, part, write)) {
-            writes.push_back({part[1], part[2]});
-        } else if (std::regex_match(line, part, command)) {
-            writes.push_back({part[1], ""});
+        std::istringstream words(line);
+        std::string card, number, kind, axis, which, name, equals, value;
+        words >> card >> number >> kind >> axis >> which >> name >> equals >> value;
+        if (kind == "write" && equals == "=") {
+            writes.push_back({name, value});
+        } else if (kind == "command") {
+            writes.push_back({name, ""});
         }
     }
     return writes;
