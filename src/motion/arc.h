@@ -27,7 +27,7 @@ struct ThroughArc {
 
 // Given by its radius; the sign chooses one of the two circles (of a full circle: a point on it).
 struct RadiusArc {
-    std::int32_t radius;
+    std::int32_t radius = 0;
     Point end;
     std::uint8_t direction = 0;
 };
@@ -60,10 +60,10 @@ ProfileRegisters PlanArc(MoveSpeeds speeds, const ArcRamp &ramp, std::uint32_t m
 
 // How a ramped arc runs. Flags by axis number as in a line; null: Param.
 struct ArcRun {
-    const std::uint8_t *absolute_flags;
-    MoveSpeeds speeds;
+    const std::uint8_t *absolute_flags = nullptr;
+    MoveSpeeds speeds{};
     ArcRamp ramp;
-    std::uint8_t trigger; // Param above 2
+    std::uint8_t trigger = 0; // Param above 2
 };
 
 // The circle of a ramped move, relative, once the targets of both axes are synchronised. Results: ArcAsLine: the points

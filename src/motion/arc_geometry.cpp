@@ -163,7 +163,8 @@ RealPoint CenterOnBisector(double r, Point end, bool other_way)
 // The same for a way along the first axis.
 RealPoint CenterAbove(double r, Point end, bool other_way)
 {
-    const double x = end.x / 2; // whole pulses
+    const std::int32_t middle = end.x / 2; // whole pulses
+    const double x = middle;
     if (std::abs(r) <= std::abs(x))
         return {x, 0};
     const double y = std::sqrt(r * r - x * x);
