@@ -55,13 +55,32 @@ TREVIK_API uint32_t TrevikVirtual_position_set(uint8_t card, uint8_t axis, int32
 /* Reads the signed speed of an axis now, in pulses/s; for an axis of a line, its own share of it. */
 TREVIK_API uint32_t TrevikVirtual_speed_read(uint8_t card, uint8_t axis, double *pulses_per_s);
 
-/* Reads or sets an input of an axis (enum TrevikVirtualInput), 0 or 1. */
+/* Reads or sets an input of an axis (enum TrevikVirtualInput), 0 or 1. An input is active when it was set active
+ * here or its switch is. What it does to a running operation it does at once. */
 TREVIK_API uint32_t TrevikVirtual_input_read(uint8_t card, uint8_t axis, uint8_t input, uint8_t *active);
 TREVIK_API uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint8_t active);
 
-/* Tells how long it takes from now until something happens on the card by itself: an operation ends or a queued one
- * starts. Infinite when nothing will. With the manual clock, TrevikHost_advance of this value gets
- * just there. */
+/* Puts a switch beside an axis, or takes it away: the input is active while the machine's axis stands from `first`
+ * to `last`, both inclusive, in pulses as TrevikVirtual_position_read counts them. INT32_MIN as `first` and
+ * INT32_MAX as `last` stand for no end. A later switch for the same input takes the place of the earlier one. A
+ * moving axis meets a switch on its very pulse, however coarse the steps of the clock are. TREVIK_ERR_PARAM  no
+ * such input; first above last */
+TREVIK_API uint32_t TrevikVirtual_switch_set(uint8_t card, uint8_t axis, uint8_t input, int32_t first,
+                                             int32_t last);
+TREVIK_API uint32_t TrevikVirtual_switch_clear(uint8_t card, uint8_t axis, uint8_t input);
+
+/* Gives the axis an encoder index: the index input is active on one pulse in every `period`, and at `first`. period
+ * 0 takes it away. */
+TREVIK_API uint32_t TrevikVirtual_index_set(uint8_t card, uint8_t axis, int32_t first, uint32_t period);
+
+/* Turns the handwheel at the pulser input of an axis: counter 4 changes by `counts`, spread evenly over `seconds`
+ * from now, 0: at once. A new turn takes the place of what is left of the earlier one. TREVIK_ERR_PARAM  seconds
+ * negative or not finite */
+TREVIK_API uint32_t TrevikVirtual_handwheel_turn(uint8_t card, uint8_t axis, int32_t counts, double seconds);
+
+/* Tells how long it takes from now until something happens on the card by itself: an operation ends, a queued one
+ * starts, a moving axis comes to a switch. Infinite when nothing will. With the manual clock, TrevikHost_advance of
+ * this value gets just there. */
 TREVIK_API uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds);
 
 /* Makes the card's driver refuse requests: after `skip` more requests, `count` requests are refused with `error`, a

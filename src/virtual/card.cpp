@@ -151,7 +151,7 @@ std::uint16_t Card::read_port(std::uint32_t offset, std::int64_t now_ns)
         const unsigned axis = offset / 8;
         if (offset == MainStatusPort(axis))
             return chip_.main_status(axis, now_ns);
-        return offset == SubStatusPort(axis) ? chip_.sub_status(axis) : std::uint16_t{0};
+        return offset == SubStatusPort(axis) ? chip_.sub_status(axis, now_ns) : std::uint16_t{0};
     }
     return offset / 2 < ports_.size() ? ports_[offset / 2] : std::uint16_t{0};
 }

@@ -1,6 +1,8 @@
 // The chip as the driver and the machine see it: registers, status, and what passing time does.
 #include "virtual/chip.h"
 
+#include "virtual/register_profile.h"
+
 namespace trevik::virtual_card
 {
 namespace
@@ -12,20 +14,9 @@ constexpr double pulse_tolerance = 1e-6;
 constexpr unsigned first_write_code = 0x80;
 constexpr unsigned first_read_code = 0xC0;
 
-// One speed unit of a section, pulses/s.
-double SpeedUnit(std::uint32_t multiplier)
-{
-    return 300.0 / (multiplier + 1.0);
-}
-
-bool ActiveInput(std::uint32_t inputs, Input input)
-{
-    return (inputs >> static_cast<unsigned>(input) & 1) != 0;
-}
-
 std::uint32_t InputBit(std::uint32_t inputs, Input input, unsigned bit)
 {
-    return ActiveInput(inputs, input) ? 1u << bit : 0;
+    return (inputs & Bit(input)) != 0 ? 1u << bit : 0;
 }
 
 // The inputs as EXT_STATUS shows them; the operations in the buffer come on top.
@@ -43,13 +34,17 @@ void Chip::next_thing()
 {
     Section *first = &sections_[0];
     for (unsigned axis = 0; axis < chip_axes; ++axis)
-        if (sections_[axis].leader == axis && sections_[axis].due.before(first->due))
+        if (sections_[axis].leader == axis && sections_[axis].next().before(first->next()))
             first = &sections_[axis];
-    const Moment now = first->due;
-    if (first->state == State::Running)
+    const Moment now = first->next();
+    if (first->edge.before(first->due)) {
+        first->passed = first->edge_pulses;
+        look(*first, {now, first->edge_pulses, true});
+    } else if (first->state == State::Running) {
         finish(*first, now);
-    else
-        launch(*first, now);
+    } else {
+        begin(*first, now);
+    }
     start_queued(now);
     update_next_event(now.reached_ns());
 }
@@ -63,9 +58,11 @@ void Chip::update_next_event(std::int64_t now_ns)
             continue;
         if (section.state == State::Waiting)
             section.due = comparator_time(section, now_ns);
-        const std::int64_t due_ns = section.due.reached_ns();
-        if (due_ns < next_event_ns_)
-            next_event_ns_ = due_ns;
+        else if ((fitted_axes_ & section.group) != 0)
+            find_edge(section, now_ns);
+        const std::int64_t event_ns = section.next().reached_ns();
+        if (event_ns < next_event_ns_)
+            next_event_ns_ = event_ns;
     }
 }
 
@@ -81,10 +78,19 @@ std::int64_t Chip::share(const Section &section, std::int64_t pulses)
 {
     const Section &leader = leader_of(section);
     if (&section != &leader) {
-        const std::int64_t size = section.distance < 0 ? -section.distance : section.distance;
-        pulses = leader.longest == 0 ? 0 : (size * pulses + leader.longest / 2) / leader.longest;
+        pulses = leader.longest == 0 ? 0 : (Size(section.distance) * pulses + leader.longest / 2) / leader.longest;
     }
     return section.distance < 0 ? -pulses : pulses;
+}
+
+// The leader's pulses with which an axis takes its `step`-th step, which its distance has.
+std::int64_t Chip::pulses_at_step(const Section &section, std::int64_t step)
+{
+    const Section &leader = leader_of(section);
+    if (&section == &leader)
+        return step;
+    const std::int64_t size = Size(section.distance);
+    return (step * leader.longest - leader.longest / 2 + size - 1) / size;
 }
 
 std::int64_t Chip::travelled(const Section &section, std::int64_t now_ns)
@@ -94,31 +100,43 @@ std::int64_t Chip::travelled(const Section &section, std::int64_t now_ns)
     return share(section, leader_pulses(leader_of(section), now_ns));
 }
 
-std::uint32_t Chip::counter1(const Section &section, std::int64_t now_ns)
+// Counters 1 to 4.
+std::uint32_t Chip::counter(const Section &section, unsigned number, std::int64_t now_ns)
 {
-    return section.base_counter1 + static_cast<std::uint32_t>(travelled(section, now_ns));
+    if (number == 1)
+        return section.base_counter1 + static_cast<std::uint32_t>(travelled(section, now_ns));
+    const std::uint32_t value = section.registers[WriteCode(Register::COUNTER1) - first_write_code + number - 1];
+    return number == 4 ? value + section.wheel.counted(now_ns) : value;
 }
 
-std::uint32_t Chip::status_register(const Section &section, std::uint32_t read_code, std::int64_t now_ns)
+std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns)
 {
     const bool running = section.state == State::Running;
     switch (static_cast<StatusRegister>(read_code)) {
     case StatusRegister::EXT_STATUS: {
         const std::uint32_t operations = (section.state != State::Idle ? 1u : 0u) + (section.queued ? 1u : 0u);
-        return ExtendedInputs(section.inputs) | operations << 20;
+        return ExtendedInputs(inputs_now(section, now_ns)) | operations << 20;
+    }
+    case StatusRegister::ERROR_FLAGS: {
+        const std::uint32_t errors = section.errors;
+        section.errors = 0;
+        return errors;
     }
     case StatusRegister::REMAINING: {
         if (!running)
-            return section.remaining;
-        const std::int64_t rest = section.distance - travelled(section, now_ns);
-        return static_cast<std::uint32_t>(rest < 0 ? -rest : rest);
+            return static_cast<std::uint32_t>(Size(section.rest));
+        const bool counts = HasDistance(section.kind);
+        return counts ? static_cast<std::uint32_t>(Size(section.target - travelled(section, now_ns))) : 0;
     }
     case StatusRegister::CURRENT_SPEED: {
         if (!running)
             return 0;
         Section &leader = leader_of(section);
         const double pps = leader.profile.speed_at(leader.start_time.seconds_until(now_ns));
-        return static_cast<std::uint32_t>(pps / SpeedUnit(leader.reg(Register::MULTIPLIER)) + pulse_tolerance);
+        const double units = pps / SpeedUnit(leader.reg(Register::MULTIPLIER)) + pulse_tolerance;
+        constexpr double highest_units =
+            65535; // above it when the multiplier was written and the speed is still old
+        return static_cast<std::uint32_t>(Smaller(units, highest_units));
     }
     default:
         return 0;
@@ -130,11 +148,13 @@ std::uint32_t Chip::read(unsigned axis, std::uint32_t read_code, std::int64_t no
     if (read_code < first_read_code || read_code >= first_read_code + register_count)
         return 0;
     advance(now_ns);
-    const Section &section = sections_[axis];
+    Section &section = sections_[axis];
     if (read_code >= ReadCode(StatusRegister::LATCH_DATA) && read_code <= ReadCode(StatusRegister::CURRENT_SPEED))
         return status_register(section, read_code, now_ns);
     if (read_code == ReadCode(Register::COUNTER1))
-        return counter1(section, now_ns);
+        return counter(section, 1, now_ns);
+    if (read_code == ReadCode(Register::COUNTER4))
+        return counter(section, 4, now_ns);
     return section.registers[read_code - first_read_code];
 }
 
@@ -144,21 +164,35 @@ void Chip::write(unsigned axis, std::uint32_t write_code, std::uint32_t value, s
         return;
     advance(now_ns);
     Section &section = sections_[axis];
-    const unsigned index = write_code - first_write_code;
-    section.registers[index] = value;
-    switch (static_cast<Register>(write_code)) {
+    section.registers[write_code - first_write_code] = value;
+    written(section, static_cast<Register>(write_code), value, now_ns);
+}
+
+// What a register does when it is written; most of them count when an operation starts.
+void Chip::written(Section &section, Register reg, std::uint32_t value, std::int64_t now_ns)
+{
+    const Moment now{now_ns, 0};
+    switch (reg) {
     case Register::COUNTER1:
         section.base_counter1 = value - static_cast<std::uint32_t>(travelled(section, now_ns));
         update_next_event(now_ns);
+        break;
+    case Register::COUNTER4:
+        section.reg(Register::COUNTER4) = value - section.wheel.counted(now_ns);
         break;
     case Register::PRESET_MODE:
         section.preset_chosen = true;
         break;
     case Register::MODE:
         section.preset_chosen = false;
+        mode_written(section, now);
         break;
     case Register::DISTANCE:
-        change_distance(section, now_ns);
+        distance_written(section, now);
+        break;
+    case Register::MAX_SPEED:
+        if (section.kind == Kind::Continuous)
+            retarget(section, now);
         break;
     case Register::LIMIT_CONFIG:
     case Register::COMPARE_START_DATA:
@@ -187,11 +221,14 @@ void Chip::command(unsigned axis_set, std::uint8_t code, std::int64_t now_ns)
         trigger_waiting({now_ns, 0});
         break;
     case Command::CMD_STOP_DECEL:
-        stop(axis_set, now_ns);
+        stop(axis_set, {now_ns, 0});
         break;
     case Command::CMD_STOP_IMMEDIATE:
     case Command::CMD_EMERGENCY_STOP:
         stop_at_once(axis_set, now_ns);
+        break;
+    case Command::CMD_RESTART:
+        restart(axis_set, {now_ns, 0});
         break;
     default:
         return;
@@ -208,9 +245,10 @@ std::uint16_t Chip::main_status(unsigned axis, std::int64_t now_ns)
                                       (section.queued ? MainStatus::preset_full_bit : 0u));
 }
 
-std::uint16_t Chip::sub_status(unsigned axis) const
+std::uint16_t Chip::sub_status(unsigned axis, std::int64_t now_ns)
 {
-    const std::uint32_t inputs = sections_[axis].inputs;
+    advance(now_ns);
+    const std::uint32_t inputs = inputs_now(sections_[axis], now_ns);
     return static_cast<std::uint16_t>(InputBit(inputs, Input::Alarm, 11) | InputBit(inputs, Input::PlusLimit, 12) |
                                       InputBit(inputs, Input::MinusLimit, 13) | InputBit(inputs, Input::Home, 14));
 }
@@ -237,26 +275,21 @@ double Chip::speed(unsigned axis, std::int64_t now_ns)
 {
     advance(now_ns);
     const Section &section = sections_[axis];
-    if (section.state != State::Running)
-        return 0;
     Section &leader = leader_of(section);
+    if (section.state != State::Running || leader.longest == 0)
+        return 0;
     const double pps = leader.profile.speed_at(leader.start_time.seconds_until(now_ns));
     if (&section == &leader)
         return section.distance < 0 ? -pps : pps;
-    return leader.longest == 0 ? 0
-                               : pps * static_cast<double>(section.distance) / static_cast<double>(leader.longest);
+    return pps * static_cast<double>(section.distance) / static_cast<double>(leader.longest);
 }
 
-bool Chip::input(unsigned axis, Input input) const
+void Chip::turn_handwheel(unsigned axis, std::int32_t counts, double seconds, std::int64_t now_ns)
 {
-    return ActiveInput(sections_[axis].inputs, input);
-}
-
-void Chip::set_input(unsigned axis, Input input, bool active)
-{
-    const std::uint32_t bit = 1u << static_cast<unsigned>(input);
-    std::uint32_t &inputs = sections_[axis].inputs;
-    inputs = active ? inputs | bit : inputs & ~bit;
+    advance(now_ns);
+    Section &section = sections_[axis];
+    section.reg(Register::COUNTER4) += section.wheel.counted(now_ns);
+    section.wheel = {now_ns, seconds, counts};
 }
 
 std::int64_t Chip::next_event(std::int64_t now_ns)

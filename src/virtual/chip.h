@@ -2,14 +2,18 @@
 //
 // Time is a number of nanoseconds that the caller gives and that never goes back. The state at any time is computed
 // from the running operations, however long ago the last request was; the work depends on how many operations ended
-// since then, never on how many pulses they had. Basic arithmetic only: no allocation, exceptions, threads or
-// library.
+// and switches were passed since then, never on how many pulses that took. Basic arithmetic only: no allocation,
+// exceptions, threads or library.
 #pragma once
 
 #include "driver/mode_word.h"
 #include "driver/registers.h"
+#include "virtual/homing.h"
+#include "virtual/input.h"
 #include "virtual/moment.h"
+#include "virtual/operation.h"
 #include "virtual/speed_profile.h"
+#include "virtual/surroundings.h"
 
 #include <array>
 #include <cstdint>
@@ -18,19 +22,6 @@ namespace trevik::virtual_card
 {
 
 inline constexpr unsigned chip_axes = 4;
-
-enum class Input : std::uint8_t {
-    PlusLimit,
-    MinusLimit,
-    Home,
-    Index,
-    SlowDown,
-    Alarm,
-    InPosition,
-    Latch,
-    PositionChange,
-    Count
-};
 
 class Chip
 {
@@ -41,15 +32,25 @@ class Chip
     void write(unsigned axis, std::uint32_t write_code, std::uint32_t value, std::int64_t now_ns);
     void command(unsigned axis_set, std::uint8_t code, std::int64_t now_ns);
     std::uint16_t main_status(unsigned axis, std::int64_t now_ns);
-    std::uint16_t sub_status(unsigned axis) const;
+    std::uint16_t sub_status(unsigned axis, std::int64_t now_ns);
 
     // The machine's side.
     std::int32_t position(unsigned axis, std::int64_t now_ns);
     bool move_by_hand(unsigned axis, std::int32_t position,
                       std::int64_t now_ns);           // false while the axis moves by itself
     double speed(unsigned axis, std::int64_t now_ns); // signed pulses/s
-    bool input(unsigned axis, Input input) const;
-    void set_input(unsigned axis, Input input, bool active);
+    bool input(unsigned axis, Input input, std::int64_t now_ns);
+    void set_input(unsigned axis, Input input, bool active, std::int64_t now_ns);
+    void turn_handwheel(unsigned axis, std::int32_t counts, double seconds, std::int64_t now_ns);
+
+    // Changes what stands around an axis.
+    template <class Change>
+    void rebuild(unsigned axis, std::int64_t now_ns, Change change)
+    {
+        advance(now_ns);
+        change(sections_[axis].around);
+        surroundings_changed(axis, now_ns);
+    }
 
     // Time at which the next thing happens by itself, after `now_ns`; never_ns: nothing will.
     std::int64_t next_event(std::int64_t now_ns);
@@ -62,21 +63,24 @@ class Chip
     // One axis.
     struct Section {
         std::array<std::uint32_t, register_count> registers{};
-        std::uint32_t inputs = 0;
+        std::uint32_t inputs = 0; // set by hand
+        std::uint32_t errors = 0; // since ERROR_FLAGS was read
 
         // Where the axis stands, without what the running operation has done.
         std::int32_t base_position = 0;
         std::uint32_t base_counter1 = 0;
 
         State state = State::Idle;
+        Kind kind = Kind::Unknown;
         std::uint8_t group = 0;  // axes of the operation, this one included
         std::uint8_t leader = 0; // the axis whose profile moves them
         StartKind start = StartKind::High;
-        std::int64_t distance = 0;   // signed pulses of the operation, from where it started last
-        std::int64_t origin = 0;     // signed pulses that the operation had done by then
-        bool turns_back = false;     // its new end was passed already: it slows down and goes back
-        bool stopping = false;       // a decelerating stop is under way
-        std::uint32_t remaining = 0; // pulses that a stopped operation has left
+        std::int64_t distance = 0; // signed pulses of the leg that is running: most operations have one
+        std::int64_t target = 0;   // signed pulses to where the operation ends, from where the leg started
+        std::int64_t origin = 0;   // signed pulses that the operation had done by then
+        std::int64_t rest = 0;     // signed pulses that an interrupted operation has left
+        std::int8_t last_way = 0;  // direction of the last motion: 1, -1, 0 none yet
+        std::uint32_t seen = 0;    // inputs, when the running operation last looked
 
         bool preset_chosen = false; // PRESET_MODE was written later than MODE: the next start takes the preset set
         bool queued = false;        // a start command took it, and it waits
@@ -84,14 +88,34 @@ class Chip
         StartKind queued_start = StartKind::High;
 
         // Of a leader only.
+        bool turns_back = false; // its new end was passed already: it slows down and goes back
+        bool stopping = false;   // a decelerating stop is under way
+        bool correcting = false; // backlash is being taken up; the leg itself comes next
+        bool slowed = false;     // by the slow-down input
+        bool creeping = false;   // a homing phase at start speed
         Moment start_time;
-        Moment due;               // when its operation ends, or its comparator starts it
-        std::int64_t longest = 0; // the leader's own pulses
+        Moment due;                   // when its leg ends, or its comparator starts it
+        Moment edge;                  // when one of its axes comes to a switch
+        std::int64_t edge_pulses = 0; // its own pulses then
+        std::int64_t passed = 0;      // up to here the switches have been looked at
+        std::int64_t longest = 0;     // its own pulses in this leg
         SpeedProfile profile;
+        HomingState homing;
+
+        Surroundings around;
+        HandwheelTurn wheel;
 
         std::uint32_t reg(Register r) const { return registers[WriteCode(r) - 0x80u]; }
         std::uint32_t &reg(Register r) { return registers[WriteCode(r) - 0x80u]; }
         bool busy() const { return state != State::Idle || queued; }
+        const Moment &next() const { return edge.before(due) ? edge : due; }
+    };
+
+    // A moment of a running operation, and what its leader has put out by then.
+    struct Instant {
+        Moment when;
+        std::int64_t pulses;
+        bool arrived; // with this pulse; false: something else has changed
     };
 
     // The sections of a set, in axis order.
@@ -114,33 +138,70 @@ class Chip
     void update_next_event(std::int64_t now_ns);
     std::int64_t leader_pulses(Section &leader, std::int64_t now_ns);
     std::int64_t share(const Section &section, std::int64_t pulses);
+    std::int64_t pulses_at_step(const Section &section, std::int64_t step);
     std::int64_t travelled(const Section &section, std::int64_t now_ns);
-    std::uint32_t counter1(const Section &section, std::int64_t now_ns);
-    std::uint32_t status_register(const Section &section, std::uint32_t read_code, std::int64_t now_ns);
+    std::uint32_t counter(const Section &section, unsigned number, std::int64_t now_ns);
+    std::uint32_t status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns);
+    void written(Section &section, Register reg, std::uint32_t value, std::int64_t now_ns);
 
     // The comparator start trigger: chip_trigger.cpp
     Moment comparator_time(const Section &waiting, std::int64_t now_ns);
     Moment time_of_count(const Section &source, std::uint32_t count, std::int64_t now_ns);
 
-    // Operations start, change and end: chip_operation.cpp
+    // Operations start and end: chip_operation.cpp
     void start(unsigned axis_set, StartKind kind, const Moment &now);
     void queue(unsigned axis_set, StartKind kind);
     void start_queued(const Moment &now);
     bool queue_ready(unsigned axis);
     unsigned line_axes(unsigned axis_set, Register mode);
     void prepare(unsigned group, StartKind kind, const Moment &now);
-    void launch(Section &leader, const Moment &now);
+    void begin(Section &leader, const Moment &now);
     void trigger_waiting(const Moment &now);
+    void launch(Section &leader, const Moment &now);
+    ProfileInput leg_input(const Section &leader);
+    std::uint32_t slack(const Section &leader);
+    static std::int64_t rest_of_operation(const Section &section);
     void settle_group(Section &leader, std::int64_t pulses);
     void finish(Section &leader, const Moment &now);
+
+    // Running operations change, stop and restart: chip_change.cpp
     void drop_queue(unsigned axis_set);
-    void stop(unsigned axis_set, std::int64_t now_ns);
+    void stop(unsigned axis_set, const Moment &now);
     void stop_at_once(unsigned axis_set, std::int64_t now_ns);
-    void change_distance(Section &section, std::int64_t now_ns);
-    void slow_down(Section &leader, const Section &rates, std::int64_t now_ns);
+    void slow_down(Section &leader, const Section &rates, const Moment &now, double last_pps);
+    void slow_to_start_speed(Section &leader, const Section &rates, const Moment &now);
+    void replan(Section &leader, const Moment &now);
+    void retarget(Section &section, const Moment &now);
+    void mode_written(Section &section, const Moment &now);
+    void distance_written(Section &section, const Moment &now);
+    bool can_restart(const Section &leader, unsigned axis_set);
+    void restart(unsigned axis_set, const Moment &now);
+
+    // Inputs and what they do: chip_inputs.cpp
+    std::uint32_t inputs_at(const Section &section, std::int64_t travelled);
+    std::uint32_t inputs_now(const Section &section, std::int64_t now_ns);
+    void surroundings_changed(unsigned axis, std::int64_t now_ns);
+    void find_edge(Section &leader, std::int64_t now_ns);
+    void look(Section &leader, const Instant &now);
+    void look(Section &section, Section &leader, const Instant &now);
+    bool protect(Section &section, Section &leader, const Instant &now);
+    void fail(Section &section, Section &leader, unsigned error_bit, bool slowly, const Instant &now);
+    bool slow_down_asked(const Section &leader);
+    void heed_slow_down(Section &section, Section &leader, bool rising, const Instant &now);
+
+    // Homing: chip_homing.cpp
+    void begin_homing(Section &axis, const Moment &now);
+    void begin_phase(Section &axis, const Instant &now);
+    void end_phase(Section &axis, const Instant &now);
+    bool expects_limit(const Section &axis);
+    void look_for_home(Section &axis, std::uint32_t before, const Instant &now);
+    bool index_counted(Section &axis, std::uint32_t rising, const Instant &now);
+    void reach(Section &axis, const Instant &now);
+    void travel_clearance(Section &axis, const Instant &now);
 
     std::array<Section, chip_axes> sections_;
     std::int64_t next_event_ns_ = never_ns;
+    unsigned fitted_axes_ = 0; // with something around them that depends on the position
 };
 
 } // namespace trevik::virtual_card

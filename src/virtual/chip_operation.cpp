@@ -1,84 +1,29 @@
-// Operations of the chip: how they start, follow one another, change and end.
+// Operations of the chip: how they start, follow one another and end.
 #include "virtual/chip.h"
+
+#include "virtual/register_profile.h"
 
 namespace trevik::virtual_card
 {
 namespace
 {
 
-constexpr double reference_clock_hz = 19'660'800.0;
+// Backlash correction, in MOTION_CONFIG.
+constexpr BitField backlash_pulses{0, 12};
+constexpr BitField backlash_mode{12, 2};
 
-// Stands for the distance of an operation that only a stop ends.
-constexpr std::int64_t endless = std::int64_t{1} << 60;
-
-std::int64_t Size(std::int64_t distance)
+std::int8_t WayOf(std::int64_t distance)
 {
-    return distance < 0 ? -distance : distance;
+    return static_cast<std::int8_t>(distance > 0 ? 1 : distance < 0 ? -1 : 0);
 }
 
-bool SameOperation(std::uint32_t mode, OperationCode code)
+// Pulses at a speed that stays the same.
+ProfileInput EvenRun(double pulses, double pps)
 {
-    return mode_field::operation.get(mode) == static_cast<std::uint32_t>(code);
-}
-
-bool Positioning(std::uint32_t mode)
-{
-    return SameOperation(mode, OperationCode::Positioning) ||
-           SameOperation(mode, OperationCode::PositioningBacklash);
-}
-
-// What this chip can run; a start of anything else is ignored.
-bool Known(std::uint32_t mode)
-{
-    return Positioning(mode) || SameOperation(mode, OperationCode::Line) ||
-           SameOperation(mode, OperationCode::ContinuousPlus) ||
-           SameOperation(mode, OperationCode::ContinuousMinus);
-}
-
-// Signed distance of the operation that the direct registers describe.
-std::int64_t OperationDistance(std::uint32_t mode, std::uint32_t distance)
-{
-    if (SameOperation(mode, OperationCode::ContinuousPlus))
-        return endless;
-    if (SameOperation(mode, OperationCode::ContinuousMinus))
-        return -endless;
-    return static_cast<std::int32_t>(distance);
-}
-
-// A ramp register counts reference clocks: 4 for each unit of speed and step of the rate. One unit is 300 /
-// units_per pulses/s.
-RampShape Ramp(double unit_pps, double units_per, std::uint32_t rate, std::uint32_t s_range, bool s_curve)
-{
-    constexpr double clocks_per_unit = 4;
-    constexpr double seconds_per_clock_unit = clocks_per_unit / (300 * reference_clock_hz);
-    const double steps = rate + 1.0;
-    return {unit_pps * (reference_clock_hz / clocks_per_unit) / steps, steps * units_per * seconds_per_clock_unit,
-            s_curve, s_range * unit_pps};
-}
-
-// Values of an operation in pulses and seconds, from the direct registers of its leader.
-template <class Section>
-ProfileInput ProfileOf(const Section &s, double distance)
-{
-    const double units_per = s.reg(Register::MULTIPLIER) + 1.0;
-    const double unit = 300.0 / units_per;
-    const std::uint32_t mode = s.reg(Register::MODE);
-    const bool s_curve = mode_field::s_curve.get(mode) != 0;
     ProfileInput input;
-    input.distance = distance;
-    input.start_pps = s.reg(Register::START_SPEED) * unit;
-    input.max_pps = s.reg(Register::MAX_SPEED) * unit;
-    input.accel = Ramp(unit, units_per, s.reg(Register::ACCEL_RATE), s.reg(Register::S_ACCEL_RANGE), s_curve);
-    input.decel = Ramp(unit, units_per, s.reg(Register::DECEL_RATE), s.reg(Register::S_DECEL_RANGE), s_curve);
-    input.start = s.start;
-    input.manual_rampdown = mode_field::manual_rampdown.get(mode) != 0;
-    input.rampdown_pulses = s.reg(Register::RAMPDOWN_POINT);
+    input.distance = pulses;
+    input.start_pps = input.max_pps = pps;
     return input;
-}
-
-double ProfileDistance(std::int64_t pulses)
-{
-    return pulses >= endless ? never : static_cast<double>(pulses);
 }
 
 } // namespace
@@ -88,7 +33,7 @@ unsigned Chip::line_axes(unsigned axis_set, Register mode)
 {
     unsigned axes = 0;
     each(axis_set, [&](unsigned axis, const Section &section) {
-        if (SameOperation(section.reg(mode), OperationCode::Line))
+        if (KindOf(section.reg(mode)) == Kind::Line)
             axes |= 1u << axis;
     });
     return axes;
@@ -113,8 +58,13 @@ void Chip::start(unsigned axis_set, StartKind kind, const Moment &now)
     if (line != 0 && (line & ~idle) == 0)
         prepare(line, kind, now);
     each(direct & idle & ~line, [&](unsigned axis, const Section &section) {
-        if (Known(section.reg(Register::MODE)))
+        if (KindOf(section.reg(Register::MODE)) != Kind::Unknown)
             prepare(1u << axis, kind, now);
+    });
+    // A start of an axis that runs continuously changes its speed: all registers count as they are.
+    each(direct & ~idle & ~line, [&](unsigned, Section &section) {
+        if (section.kind == Kind::Continuous && section.state == State::Running)
+            retarget(section, now);
     });
 }
 
@@ -124,7 +74,7 @@ void Chip::queue(unsigned axis_set, StartKind kind)
     each(axis_set, [&](unsigned axis, Section &section) {
         const unsigned bit = 1u << axis;
         section.preset_chosen = false;
-        section.queued = Known(section.reg(Register::PRESET_MODE));
+        section.queued = KindOf(section.reg(Register::PRESET_MODE)) != Kind::Unknown;
         section.queued_group = static_cast<std::uint8_t>((line & bit) != 0 ? line : bit);
         section.queued_start = kind;
     });
@@ -165,29 +115,30 @@ void Chip::prepare(unsigned group, StartKind kind, const Moment &now)
 {
     unsigned leader = chip_axes;
     each(group, [&](unsigned axis, Section &section) {
+        const std::uint32_t mode = section.reg(Register::MODE);
         section.group = static_cast<std::uint8_t>(group);
+        section.kind = KindOf(mode);
         section.start = kind;
         section.origin = 0;
-        section.remaining = 0;
-        section.distance = OperationDistance(section.reg(Register::MODE), section.reg(Register::DISTANCE));
+        section.distance = section.target = OperationDistance(mode, section.reg(Register::DISTANCE));
+        section.rest = 0;
         section.state = State::Waiting;
         if (leader == chip_axes || Size(section.distance) > Size(sections_[leader].distance))
             leader = axis;
     });
     each(group, [&](unsigned, Section &section) { section.leader = static_cast<std::uint8_t>(leader); });
     if (mode_field::start_trigger.get(sections_[leader].reg(Register::MODE)) == 0)
-        launch(sections_[leader], now);
+        begin(sections_[leader], now);
 }
 
-void Chip::launch(Section &leader, const Moment &now)
+void Chip::begin(Section &leader, const Moment &now)
 {
-    each(leader.group, [](unsigned, Section &section) { section.state = State::Running; });
-    leader.turns_back = false;
     leader.stopping = false;
-    leader.start_time = now;
-    leader.longest = Size(leader.distance);
-    leader.profile.plan(ProfileOf(leader, ProfileDistance(leader.longest)));
-    leader.due = now.later(leader.profile.duration_s());
+    leader.creeping = false;
+    if (IsHoming(leader.kind))
+        begin_homing(leader, now);
+    else
+        launch(leader, now);
 }
 
 // The simultaneous-start signal reaches every axis that waits for it.
@@ -197,8 +148,55 @@ void Chip::trigger_waiting(const Moment &now)
     each(all_axes, [&](unsigned axis, Section &section) {
         if (section.state == State::Waiting && section.leader == axis &&
             mode_field::start_trigger.get(section.reg(Register::MODE)) == simultaneous)
-            launch(section, now);
+            begin(section, now);
     });
+}
+
+// The running leg as its leader's registers describe it now.
+ProfileInput Chip::leg_input(const Section &leader)
+{
+    ProfileInput input = ProfileOf(leader, ProfileDistance(leader.longest));
+    if (leader.slowed || leader.creeping)
+        input.max_pps = Smaller(input.max_pps, input.start_pps);
+    if (IsHoming(leader.kind))
+        input.manual_rampdown = false; // the point is that of an earlier move
+    return input;
+}
+
+// Pulses that take up the backlash before a leg that turns the axis round.
+std::uint32_t Chip::slack(const Section &leader)
+{
+    constexpr auto corrected = static_cast<std::uint32_t>(OperationCode::PositioningBacklash);
+    const std::uint32_t config = leader.reg(Register::MOTION_CONFIG);
+    const bool asked = mode_field::operation.get(leader.reg(Register::MODE)) == corrected &&
+                       leader.kind == Kind::Positioning && backlash_mode.get(config) != 0;
+    return asked && leader.last_way * WayOf(leader.distance) < 0 ? backlash_pulses.get(config) : 0;
+}
+
+// A leg starts: the distances of the group are its own.
+void Chip::launch(Section &leader, const Moment &now)
+{
+    const std::uint32_t correction = slack(leader);
+    std::uint32_t active = 0;
+    each(leader.group, [&](unsigned, Section &section) {
+        section.state = State::Running;
+        section.rest = 0;
+        section.last_way = section.distance != 0 ? WayOf(section.distance) : section.last_way;
+        section.seen = inputs_at(section, 0);
+        active |= section.seen;
+    });
+    leader.turns_back = false;
+    leader.correcting = correction != 0;
+    leader.slowed = active != 0 && slow_down_asked(leader);
+    leader.start_time = now;
+    leader.passed = 0;
+    leader.longest = leader.correcting ? 0 : Size(leader.distance);
+    const double unit = SpeedUnit(leader.reg(Register::MULTIPLIER));
+    leader.profile.plan(leader.correcting ? EvenRun(correction, leader.reg(Register::CORRECTION_SPEED) * unit)
+                                          : leg_input(leader));
+    leader.due = now.later(leader.profile.duration_s());
+    if (active != 0)
+        look(leader, {now, 0, false});
 }
 
 // The axes of an operation stand where `pulses` of its leader have brought them.
@@ -206,102 +204,31 @@ void Chip::settle_group(Section &leader, std::int64_t pulses)
 {
     each(leader.group, [&](unsigned, Section &section) {
         const std::int64_t done = section.state == State::Running ? share(section, pulses) : 0;
-        section.remaining = static_cast<std::uint32_t>(Size(section.distance - done));
+        section.rest = HasDistance(section.kind) ? section.target - done : 0;
         section.base_counter1 += static_cast<std::uint32_t>(done);
         section.base_position = static_cast<std::int32_t>(static_cast<std::uint32_t>(section.base_position) +
                                                           static_cast<std::uint32_t>(done));
         section.origin += done;
         section.state = State::Idle;
     });
-    leader.due = {};
+    leader.due = leader.edge = {};
 }
 
+// A leg has put out its last pulse. Another one follows if the axis turns back, has taken up its backlash, or is
+// homing.
 void Chip::finish(Section &leader, const Moment &now)
 {
     settle_group(leader, leader_pulses(leader, now.reached_ns()));
-    if (!leader.turns_back)
+    if (leader.stopping)
         return;
-    leader.distance = static_cast<std::int32_t>(leader.reg(Register::DISTANCE)) - leader.origin;
-    leader.start = StartKind::Accelerating;
-    launch(leader, now);
-}
-
-// Decelerates to standstill by the deceleration registers of `rates` as they are now.
-void Chip::slow_down(Section &leader, const Section &rates, std::int64_t now_ns)
-{
-    leader.profile.stop(leader.start_time.seconds_until(now_ns), ProfileOf(rates, 0).decel,
-                        ProfileDistance(leader.longest));
-    leader.due = leader.start_time.later(leader.profile.duration_s());
-}
-
-// What is queued on an axis is dropped with all axes that it would have moved.
-void Chip::drop_queue(unsigned axis_set)
-{
-    each(axis_set, [&](unsigned, const Section &section) {
-        each(section.queued ? section.queued_group : 0u, [](unsigned, Section &other) { other.queued = false; });
-    });
-}
-
-// A stop of one axis of a line stops the line: by the rates of its leader if that was named, otherwise by those of
-// the first axis that was. What is queued behind a stopped operation is dropped.
-void Chip::stop(unsigned axis_set, std::int64_t now_ns)
-{
-    each(axis_set, [&](unsigned axis, Section &section) {
-        const unsigned group = section.state == State::Idle ? 1u << axis : section.group;
-        drop_queue(group);
-        Section &leader = leader_of(section);
-        if (section.state == State::Waiting)
-            settle_group(leader, 0);
-        const unsigned named = group & axis_set;
-        const bool leader_named = (named >> section.leader & 1) != 0;
-        const bool decides = leader_named ? axis == section.leader : named >> axis << axis == named;
-        if (section.state != State::Running || !decides)
-            return;
-        leader.turns_back = false;
-        leader.stopping = true;
-        slow_down(leader, section, now_ns);
-    });
-}
-
-void Chip::stop_at_once(unsigned axis_set, std::int64_t now_ns)
-{
-    each(axis_set, [&](unsigned axis, Section &section) {
-        drop_queue(section.state == State::Idle ? 1u << axis : section.group);
-        if (section.state == State::Idle)
-            return;
-        Section &leader = leader_of(section);
-        settle_group(leader, section.state == State::Running ? leader_pulses(leader, now_ns) : 0);
-    });
-}
-
-// A new distance for a positioning operation. A waiting one takes it when it starts. A running one is kept straight
-// on while the axis can still slow down before the new end; otherwise the axis slows down and comes back. An
-// operation that is being stopped stays so.
-void Chip::change_distance(Section &section, std::int64_t now_ns)
-{
-    if (section.state == State::Idle || section.stopping || !Positioning(section.reg(Register::MODE)))
-        return;
-    const std::int64_t target = static_cast<std::int32_t>(section.reg(Register::DISTANCE)) - section.origin;
-    if (section.state == State::Waiting) {
-        section.distance = target;
-        return;
+    if (leader.turns_back || leader.correcting) {
+        if (leader.turns_back)
+            leader.start = StartKind::Accelerating;
+        leader.distance = leader.target = rest_of_operation(leader);
+        launch(leader, now);
+    } else if (IsHoming(leader.kind)) {
+        end_phase(leader, {now, 0, false});
     }
-    const bool same_way = (target < 0) == (section.distance < 0);
-    const ProfileInput input = ProfileOf(section, static_cast<double>(Size(target)));
-    const double time_s = section.start_time.seconds_until(now_ns);
-    const double slowing = RampDistance(section.profile.speed_at(time_s), input.start_pps, input.decel);
-    if (same_way && section.profile.distance_at(time_s) + slowing <= input.distance) {
-        section.distance = target;
-        section.longest = Size(target);
-        section.turns_back = false;
-        section.profile.replan(time_s, input);
-        section.due = section.start_time.later(section.profile.duration_s());
-    } else {
-        section.longest = endless;
-        section.turns_back = true;
-        slow_down(section, section, now_ns);
-    }
-    update_next_event(now_ns);
 }
 
 } // namespace trevik::virtual_card

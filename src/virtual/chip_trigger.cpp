@@ -46,20 +46,15 @@ bool RightWay(Condition condition, bool up)
 // Time at which the running operation of `source` brings its command counter to `count`; never if it does not.
 Moment Chip::time_of_count(const Section &source, std::uint32_t count, std::int64_t now_ns)
 {
-    if (source.state != State::Running || source.distance == 0)
+    if (source.state != State::Running || source.distance == 0 || leader_of(source).longest == 0)
         return {};
     const auto steps = static_cast<std::int64_t>(static_cast<std::int32_t>(count - source.base_counter1));
-    const std::int64_t size = source.distance < 0 ? -source.distance : source.distance;
     const std::int64_t target = source.distance < 0 ? -steps : steps;
-    const std::int64_t done = travelled(source, now_ns);
-    if (target > size || target <= (done < 0 ? -done : done))
+    if (target > Size(source.distance) || target <= Size(travelled(source, now_ns)))
         return {};
-    // The leader's pulse with which this axis takes the step; its share is rounded to the nearest.
     Section &leader = leader_of(source);
-    std::int64_t pulses = target;
-    if (&source != &leader)
-        pulses = (target * leader.longest - leader.longest / 2 + size - 1) / size;
-    const Moment reached = leader.start_time.later(leader.profile.time_at(static_cast<double>(pulses)));
+    const auto pulses = static_cast<double>(pulses_at_step(source, target));
+    const Moment reached = leader.start_time.later(leader.profile.time_at(pulses));
     return reached.ns < now_ns ? Moment{now_ns, 0} : reached;
 }
 
@@ -73,9 +68,8 @@ Moment Chip::comparator_time(const Section &waiting, std::int64_t now_ns)
     const auto condition = static_cast<Condition>(compare_condition.get(config));
     const std::uint32_t select = compared_counter.get(config);
     const std::uint32_t data = source.reg(Register::COMPARE_START_DATA);
-    const std::uint32_t counter =
-        select == 0 ? counter1(source, now_ns) : source.registers[WriteCode(Register::COUNTER1) - 0x80u + select];
-    if (TrueNow(condition, counter, data))
+    const std::uint32_t count = counter(source, select + 1, now_ns);
+    if (TrueNow(condition, count, data))
         return {now_ns, 0};
     if (condition == Condition::Off || select != 0 || !RightWay(condition, source.distance > 0))
         return {};

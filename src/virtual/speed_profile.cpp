@@ -19,6 +19,18 @@ double CurvedSection(double rise_pps, const RampShape &shape)
     return shape.s_range_pps == 0 ? half : Smaller(shape.s_range_pps, half);
 }
 
+// Speed at which an operation may end.
+double EndSpeed(const ProfileInput &input)
+{
+    return Smaller(input.start_pps, input.max_pps);
+}
+
+// Ramp that brings an operation from a speed to its maximum speed.
+const RampShape &RampToMaximum(double pps, const ProfileInput &input)
+{
+    return pps > input.max_pps ? input.decel : input.accel;
+}
+
 // Peak speed at which a ramp up from `start` and one down to `end` just cover `distance`.
 double MeetingSpeed(double start_pps, double end_pps, double distance, const ProfileInput &input)
 {
@@ -54,6 +66,13 @@ double RampDuration(double from_pps, double to_pps, const RampShape &shape)
 double RampDistance(double from_pps, double to_pps, const RampShape &shape)
 {
     return (from_pps + to_pps) / 2 * RampDuration(from_pps, to_pps, shape);
+}
+
+double BrakingDistance(double pps, const ProfileInput &input)
+{
+    const double end_pps = EndSpeed(input);
+    const bool brakes = input.start != StartKind::High && (!input.manual_rampdown || input.rampdown_pulses > 0);
+    return brakes && pps > end_pps ? RampDistance(pps, end_pps, input.decel) : 0;
 }
 
 // Drops all pieces; the next one starts here.
@@ -119,7 +138,7 @@ void SpeedProfile::plan_automatic(const ProfileInput &input, double end_pps)
 {
     const double rest = input.distance - end_distance_;
     double peak = input.max_pps;
-    const RampShape &first = end_speed_ > peak ? input.decel : input.accel;
+    const RampShape &first = RampToMaximum(end_speed_, input);
     const double ramps = RampDistance(end_speed_, peak, first) + RampDistance(peak, end_pps, input.decel);
     if (ramps > rest && end_speed_ < peak)
         peak = MeetingSpeed(end_speed_, end_pps, rest, input);
@@ -133,7 +152,7 @@ void SpeedProfile::plan_manual(const ProfileInput &input, double end_pps)
 {
     const double rampdown_at = input.distance - input.rampdown_pulses;
     if (rampdown_at > end_distance_) {
-        add_ramp(input.max_pps, end_speed_ > input.max_pps ? input.decel : input.accel);
+        add_ramp(input.max_pps, RampToMaximum(end_speed_, input));
         run(rampdown_at);
         cut(rampdown_at);
     }
@@ -144,13 +163,13 @@ void SpeedProfile::plan_manual(const ProfileInput &input, double end_pps)
 void SpeedProfile::plan_rest(const ProfileInput &input)
 {
     distance_ = input.distance;
-    const double end_pps = Smaller(input.start_pps, input.max_pps);
-    if (input.start != StartKind::High) {
-        if (input.manual_rampdown)
-            plan_manual(input, end_pps);
-        else
-            plan_automatic(input, end_pps);
-    }
+    const double end_pps = EndSpeed(input);
+    if (input.start == StartKind::High)
+        add_ramp(input.max_pps, RampToMaximum(end_speed_, input)); // none, unless the speed was changed
+    else if (input.manual_rampdown)
+        plan_manual(input, end_pps);
+    else
+        plan_automatic(input, end_pps);
     if (end_speed_ < end_pps) // an axis that was slowing down goes on at no less than its start speed
         add_ramp(end_pps, input.accel);
     run(input.distance);
@@ -175,10 +194,11 @@ void SpeedProfile::replan(double now_s, const ProfileInput &input)
     plan_rest(input);
 }
 
-void SpeedProfile::stop(double now_s, const RampShape &decel, double limit)
+void SpeedProfile::stop(double now_s, const RampShape &decel, double limit, double last_pps)
 {
     begin(now_s, distance_at(now_s), speed_at(now_s));
-    add_ramp(0, decel);
+    if (end_speed_ > last_pps)
+        add_ramp(last_pps, decel);
     cut(limit);
     duration_s_ = end_s_;
     distance_ = Smaller(limit, end_distance_);

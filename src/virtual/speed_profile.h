@@ -41,9 +41,9 @@ class SpeedProfile
     // at the speed it has. Does not look whether the end can still be reached without overshooting.
     void replan(double now_s, const ProfileInput &input);
 
-    // A decelerating stop at time `now_s`: from the speed then down to standstill, or to `limit`, the distance at
-    // which the operation would have ended, if that comes first.
-    void stop(double now_s, const RampShape &decel, double limit);
+    // A decelerating stop at time `now_s`: from the speed then down to `last_pps`, at which the axis may stop at
+    // once, or to `limit`, the distance at which the operation would have ended, if that comes first.
+    void stop(double now_s, const RampShape &decel, double limit, double last_pps);
 
     // Time at which the operation has put out its last pulse; infinite for one that only a stop ends.
     double duration_s() const { return duration_s_; }
@@ -94,6 +94,9 @@ class SpeedProfile
     double duration_s_ = 0;
     double distance_ = 0;
 };
+
+// Distance that an operation at this speed needs to slow down before its end; 0 for one that does not.
+double BrakingDistance(double pps, const ProfileInput &input);
 
 // Duration of, and distance travelled in, a ramp between two speeds.
 double RampDuration(double from_pps, double to_pps, const RampShape &shape);

@@ -84,16 +84,55 @@ uint32_t TrevikVirtual_speed_read(uint8_t card, uint8_t axis, double *pulses_per
 
 uint32_t TrevikVirtual_input_read(uint8_t card, uint8_t axis, uint8_t input, uint8_t *active)
 {
-    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT && active != nullptr, [=](Card &c, std::int64_t) {
-        *active = c.chip().input(axis, static_cast<Input>(input));
-        return TREVIK_OK;
-    });
+    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT && active != nullptr,
+                  [=](Card &c, std::int64_t now_ns) {
+                      *active = c.chip().input(axis, static_cast<Input>(input), now_ns);
+                      return TREVIK_OK;
+                  });
 }
 
 uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint8_t active)
 {
-    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT && active <= 1, [=](Card &c, std::int64_t) {
-        c.chip().set_input(axis, static_cast<Input>(input), active != 0);
+    const bool valid = input < TREVIK_VIRTUAL_INPUT_COUNT && active <= 1;
+    return OnAxis(card, axis, valid, [=](Card &c, std::int64_t now_ns) {
+        c.chip().set_input(axis, static_cast<Input>(input), active != 0, now_ns);
+        return TREVIK_OK;
+    });
+}
+
+uint32_t TrevikVirtual_switch_set(uint8_t card, uint8_t axis, uint8_t input, int32_t first, int32_t last)
+{
+    const bool valid = input < TREVIK_VIRTUAL_INPUT_COUNT && first <= last;
+    return OnAxis(card, axis, valid, [=](Card &c, std::int64_t now_ns) {
+        c.chip().rebuild(axis, now_ns, [=](Surroundings &around) {
+            around.place_switch(static_cast<Input>(input), first, last);
+        });
+        return TREVIK_OK;
+    });
+}
+
+uint32_t TrevikVirtual_switch_clear(uint8_t card, uint8_t axis, uint8_t input)
+{
+    return OnAxis(card, axis, input < TREVIK_VIRTUAL_INPUT_COUNT, [=](Card &c, std::int64_t now_ns) {
+        c.chip().rebuild(axis, now_ns,
+                         [=](Surroundings &around) { around.remove_switch(static_cast<Input>(input)); });
+        return TREVIK_OK;
+    });
+}
+
+uint32_t TrevikVirtual_index_set(uint8_t card, uint8_t axis, int32_t first, uint32_t period)
+{
+    return OnAxis(card, axis, true, [=](Card &c, std::int64_t now_ns) {
+        c.chip().rebuild(axis, now_ns, [=](Surroundings &around) { around.place_index(first, period); });
+        return TREVIK_OK;
+    });
+}
+
+uint32_t TrevikVirtual_handwheel_turn(uint8_t card, uint8_t axis, int32_t counts, double seconds)
+{
+    const bool valid = seconds >= 0 && seconds < never;
+    return OnAxis(card, axis, valid, [=](Card &c, std::int64_t now_ns) {
+        c.chip().turn_handwheel(axis, counts, seconds, now_ns);
         return TREVIK_OK;
     });
 }

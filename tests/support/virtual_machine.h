@@ -3,6 +3,11 @@
 
 #include "support/captured_output.h"
 
+#include "api/card_manager.h"
+#include "driver/registers.h"
+#include "platform/host/clock.h"
+#include "virtual/bus.h"
+
 #include <trevik/TrevikA.h>
 #include <trevik/TrevikHost.h>
 #include <trevik/TrevikVirtual.h>
@@ -11,23 +16,81 @@
 
 #include <cmath>
 #include <cstdint>
+#include <random>
 
 namespace trevik::test
 {
 
+inline constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
+
+inline std::uint32_t Unsigned(std::int32_t value)
+{
+    return static_cast<std::uint32_t>(value);
+}
+
+// For what no public function of this library does yet.
+template <class Operation>
+auto OnChip(Operation operation)
+{
+    const auto card = virtual_card::TheBus().hold(0);
+    return operation(card->chip(), host::NowNanoseconds());
+}
+inline void WriteRegister(unsigned axis, Register reg, std::uint32_t value)
+{
+    OnChip([=](auto &chip, auto now_ns) { chip.write(axis, WriteCode(reg), value, now_ns); });
+}
+inline std::uint32_t ReadStatus(unsigned axis, StatusRegister reg)
+{
+    return OnChip([=](auto &chip, auto now_ns) { return chip.read(axis, ReadCode(reg), now_ns); });
+}
+inline void SendCommand(unsigned axis_set, Command command)
+{
+    OnChip([=](auto &chip, auto now_ns) { chip.command(axis_set, static_cast<std::uint8_t>(command), now_ns); });
+}
+
+// Random numbers of a case; the seed is printed when a check in it fails.
+class Draw
+{
+  public:
+    explicit Draw(unsigned seed) : engine_(seed) {}
+    std::uint32_t between(std::uint32_t low, std::uint32_t high)
+    {
+        return std::uniform_int_distribution<std::uint32_t>(low, high)(engine_);
+    }
+    // Spread over the orders of magnitude.
+    std::uint32_t magnitude(double low, double high)
+    {
+        return static_cast<std::uint32_t>(
+            std::exp(std::uniform_real_distribution<double>(std::log(low), std::log(high))(engine_)));
+    }
+    std::int32_t distance(double low, double high)
+    {
+        const auto size = static_cast<std::int32_t>(magnitude(low, high));
+        return between(0, 1) != 0 ? size : -size;
+    }
+
+  private:
+    std::mt19937 engine_;
+};
+
 class VirtualMachine
 {
   public:
-    explicit VirtualMachine(const char *cards = "0:A")
+    // The handwheel's periodic task runs only when asked for: it would look at the axes 50 times a second.
+    explicit VirtualMachine(const char *cards = "0:A", bool handwheel = false)
     {
         TrevikHost_driver_set(nullptr);
         TrevikHost_clock_manual(1);
         REQUIRE(TrevikVirtual_cards_set(cards) == TREVIK_OK);
         const CapturedOutput quiet;
+        manager.StopPulserTicks();
         REQUIRE(TrevikA_initial() == TREVIK_OK);
+        if (!handwheel)
+            manager.StopPulserTicks();
     }
     ~VirtualMachine()
     {
+        manager.StopPulserTicks();
         TrevikA_close();
         TrevikHost_clock_manual(0);
     }
@@ -41,6 +104,13 @@ class VirtualMachine
         std::uint32_t position = 0;
         CHECK(TrevikA_current_position_read(card, axis, &position) == TREVIK_OK);
         return static_cast<std::int32_t>(position);
+    }
+    // Where the machine stands, whatever the command counter says.
+    static std::int32_t stands(std::uint8_t axis)
+    {
+        std::int32_t position = 0;
+        CHECK(TrevikVirtual_position_read(0, axis, &position) == TREVIK_OK);
+        return position;
     }
     static double speed(std::uint8_t axis)
     {

@@ -89,7 +89,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "the machine around a card")
         const auto card = virtual_card::TheBus().hold(0);
         const std::uint32_t extended =
             card->chip().read(3, ReadCode(StatusRegister::EXT_STATUS), host::NowNanoseconds());
-        return std::array<std::uint32_t, 2>{card->chip().sub_status(3), extended};
+        return std::array<std::uint32_t, 2>{card->chip().sub_status(3, host::NowNanoseconds()), extended};
     };
     for (const Row &row : rows) {
         CAPTURE(row.input);

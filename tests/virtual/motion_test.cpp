@@ -1,64 +1,19 @@
 // What virtual cards do in motion, through the public functions.
 #include "support/virtual_machine.h"
 
-#include "platform/host/clock.h"
-#include "virtual/bus.h"
-
 #include <array>
 #include <cstdlib>
-#include <random>
-#include <vector>
 
-using trevik::test::VirtualMachine;
-
-namespace
-{
-
-constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
-
-std::uint32_t Unsigned(std::int32_t value)
-{
-    return static_cast<std::uint32_t>(value);
-}
-
-using trevik::virtual_card::Chip;
-
-// For what no public function of this library does yet.
-template <class Operation>
-void OnChip(Operation operation)
-{
-    const auto card = trevik::virtual_card::TheBus().hold(0);
-    operation(card->chip(), trevik::host::NowNanoseconds());
-}
-
-// Random numbers of a case; the seed is printed when a check in it fails.
-class Draw
-{
-  public:
-    explicit Draw(unsigned seed) : engine_(seed) {}
-    std::uint32_t between(std::uint32_t low, std::uint32_t high)
-    {
-        return std::uniform_int_distribution<std::uint32_t>(low, high)(engine_);
-    }
-    // Spread over the orders of magnitude.
-    std::uint32_t magnitude(double low, double high)
-    {
-        return static_cast<std::uint32_t>(
-            std::exp(std::uniform_real_distribution<double>(std::log(low), std::log(high))(engine_)));
-    }
-
-  private:
-    std::mt19937 engine_;
-};
-
-} // namespace
+using namespace trevik::test;
+using trevik::Command;
+using trevik::Register;
 
 TEST_CASE_FIXTURE(VirtualMachine, "random position moves end exactly, in the time that their ramps need")
 {
     for (unsigned seed = 0; seed < 400; ++seed) {
         CAPTURE(seed);
         Draw draw(seed);
-        const auto distance = static_cast<std::int32_t>(draw.magnitude(1, 3e6)) * (seed % 2 ? 1 : -1);
+        const std::int32_t distance = draw.distance(1, 3e6);
         const std::uint32_t start_pps = draw.magnitude(10, 5000);
         const std::uint32_t max_pps = start_pps + draw.magnitude(10, 5e5);
         const std::uint32_t accel_ms = draw.between(0, 400);
@@ -86,17 +41,39 @@ TEST_CASE_FIXTURE(VirtualMachine, "random position moves end exactly, in the tim
 
 TEST_CASE_FIXTURE(VirtualMachine, "ramps last as long as they were asked to, within one step of the rate register")
 {
-    for (const std::uint32_t ramp_ms : {20u, 100u, 333u, 1000u}) {
-        CAPTURE(ramp_ms);
-        CHECK(TrevikA_T_position_move(0, 0, 1000000, 0, 100, 50000, ramp_ms, ramp_ms, 0) == TREVIK_OK);
-        double seconds = 0;
-        while (speed(0) < 49990) {
-            TrevikHost_advance(1e-4);
-            seconds += 1e-4;
+    struct Row {
+        std::uint32_t up_ms, down_ms, curved_ms;
+        bool s_curve;
+        double clocks; // of one step of the rate, for each unit of the rise
+    };
+    const Row rows[] = {{20, 20, 0, false, 4},    {333, 100, 0, false, 4}, {1000, 1000, 0, false, 4},
+                        {100, 900, 0, false, 4},  {200, 300, 0, true, 8},  {100, 100, 50, true, 8},
+                        {500, 250, 100, true, 8}, {100, 300, 30, true, 8}};
+    for (const Row &row : rows) {
+        CAPTURE(row.up_ms);
+        const std::uint32_t result =
+            row.s_curve ? TrevikA_S_position_move(0, 0, Unsigned(-100000), 0, 100, 50000, row.up_ms, row.down_ms,
+                                                  row.curved_ms, row.curved_ms, 0)
+                        : TrevikA_T_position_move(0, 0, 100000, 0, 100, 50000, row.up_ms, row.down_ms, 0);
+        CHECK(result == TREVIK_OK);
+        const double dt = 1e-4;
+        double up_s = 0;
+        double down_s = 0;
+        double total_s = 0;
+        double highest = 0;
+        while (!idle(0)) {
+            const double before = std::abs(speed(0));
+            TrevikHost_advance(dt);
+            total_s += dt;
+            const double now = std::abs(speed(0));
+            highest = std::max(highest, now);
+            up_s = now > before ? total_s : up_s;
+            down_s += now < before ? dt : 0;
         }
-        const double rate_step = (65535.0 - 100) * 4 / 19660800; // seconds that one step of the rate is worth
-        CHECK(std::abs(seconds - ramp_ms * 1e-3) < rate_step + 2e-4);
-        run_out();
+        CHECK(highest == doctest::Approx(50000).epsilon(0.001));
+        const double step_s = (65535.0 - 130) * row.clocks / 19660800;
+        CHECK(std::abs(up_s - row.up_ms * 1e-3) < step_s + 2 * dt);
+        CHECK(std::abs(down_s - row.down_ms * 1e-3) < step_s + 2 * dt);
     }
 }
 
@@ -140,7 +117,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "lines stay within one pulse of the ideal line
         std::array<std::int32_t, 4> begin{};
         for (std::uint8_t axis = 0; axis < 4; ++axis) {
             begin[axis] = at(axis);
-            d[axis] = static_cast<std::int32_t>(draw.magnitude(1, 1e5)) * (draw.between(0, 1) ? 1 : -1);
+            d[axis] = draw.distance(1, 1e5);
         }
         CHECK(TrevikA_T_LINE4_move(0, d[0], d[1], d[2], d[3], relative, 100, draw.magnitude(200, 2e5), 50, 200,
                                    0) == TREVIK_OK);
@@ -321,7 +298,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "stops and changes that follow one another slo
     TrevikA_current_position_set(0, 0, 0);
     CHECK(TrevikA_T_position_move(0, 0, 1000, 0, 1000, 1000, 0, 0, 1) == TREVIK_OK);
     CHECK(TrevikA_position_change(0, 0, 5000, 0) == TREVIK_OK);
-    OnChip([](Chip &chip, std::int64_t now_ns) { chip.command(0xF, 0x06, now_ns); });
+    SendCommand(0xF, Command::CMD_CSTA_PULSE);
     run_out();
     CHECK(at(0) == 5000);
     // A queued move whose start was refused is not what a later direct move runs.
@@ -341,7 +318,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the simultaneous-start signal"
     CHECK(TrevikA_T_position_move(0, 2, 100, 0, 1000, 1000, 0, 0, 1) == TREVIK_OK);
     TrevikHost_advance(10);
     CHECK((!idle(0) && !idle(2) && at(0) == 0 && at(2) == 0));
-    OnChip([](Chip &chip, std::int64_t now_ns) { chip.command(0xF, 0x06, now_ns); });
+    SendCommand(0xF, Command::CMD_CSTA_PULSE);
     run_out();
     CHECK((at(0) == 100 && at(1) == 50 && at(2) == 100));
 }
@@ -354,18 +331,14 @@ TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the comparator start trigger")
         bool line;               // axis 0 is the shorter axis of a line
         bool starts;
     };
-    constexpr std::uint32_t limit_config = 0x9F;
-    constexpr std::uint32_t compare_start_data = 0xA9;
     const Row rows[] = {{1, 5000, false, true},   {2, 5000, true, true},  {3, 5000, false, false},
                         {3, -5000, false, false}, {5, 5000, false, true}, {4, 5000, false, true},
                         {1, 2000, false, false},  {0, 5000, false, false}};
     for (const Row &row : rows) {
         CAPTURE(row.condition);
         const VirtualMachine machine;
-        OnChip([&](Chip &chip, std::int64_t now_ns) {
-            chip.write(0, limit_config, row.condition << 18, now_ns);
-            chip.write(0, compare_start_data, 2500, now_ns);
-        });
+        WriteRegister(0, Register::LIMIT_CONFIG, row.condition << 18);
+        WriteRegister(0, Register::COMPARE_START_DATA, 2500);
         CHECK(TrevikA_T_position_move(0, 1, 100, 0, 1000, 1000, 0, 0, 2) == TREVIK_OK);
         const bool below = row.condition == 4; // true from the start
         CHECK((at(1) == 0 && !idle(1)));

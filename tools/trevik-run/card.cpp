@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "shared/result_text.h"
+
 namespace trevik_run
 {
 namespace
@@ -20,39 +22,11 @@ std::uint8_t SelectorOf(const std::array<std::uint32_t, size> &sets, std::uint32
     return static_cast<std::uint8_t>(std::find(sets.begin(), sets.end(), axes) - sets.begin());
 }
 
-const char *Meaning(std::uint32_t code)
-{
-    switch (code) {
-    case TREVIK_ERR_MODEL:
-        return "the card's model is not supported";
-    case TREVIK_ERR_HANDLE:
-        return "there is no such card, or it is not open";
-    case TREVIK_ERR_OPEN:
-        return "no card could be opened";
-    case TREVIK_ERR_CARD:
-        return "the card number is above 15";
-    case TREVIK_ERR_AXIS:
-        return "the axis number is above 3";
-    case TREVIK_ERR_PARAM:
-        return "an argument is outside its range";
-    case TREVIK_ERR_BUSY:
-        return "an axis is still moving";
-    case TREVIK_ERR_QUEUE_FULL:
-        return "the next-move registers are occupied";
-    case TREVIK_ERR_NOT_MOVING:
-        return "no such motion is running";
-    case TREVIK_ERR_CONTINUOUS_MIX:
-        return "only some axes of the line are in continuous mode";
-    default:
-        return "the card's driver refused a request with this system error";
-    }
-}
-
 } // namespace
 
 std::string CardError::Message() const
 {
-    return fmt::format("{} returned {}: {}", call, code, Meaning(code));
+    return fmt::format("{} returned {}: {}", call, code, trevik_tools::ResultText(code));
 }
 
 CardError OpenCard(std::uint8_t number, Pulses &position)

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+#include "shared/file.h"
 #include "trevik-run/csv.h"
 #include "trevik-run/interrupt.h"
 #include "trevik-run/run.h"
@@ -25,10 +26,7 @@ namespace
 
 enum ExitStatus : std::uint8_t { done = 0, card_failed = 1, wrong_input = 2, was_interrupted = 130 };
 
-struct FileCloser {
-    void operator()(std::FILE *file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
+using trevik_tools::File;
 
 int Complain(int status, const std::string &what)
 {

@@ -3,7 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include "trevik-run/version.h"
+#include "shared/option_checks.h"
+#include "shared/version.h"
 
 namespace trevik_run
 {
@@ -21,17 +22,7 @@ constexpr const char *footer =
     "Exit status: 0 done, 1 the card refused a request or a file could not be written, 2 wrong command line or\n"
     "part program (nothing has moved), 130 interrupted (the axes were stopped with deceleration).";
 
-// Unlike CLI::Range it refuses what is not a number too, and its message is short.
-CLI::Validator Between(double low, double high)
-{
-    const std::string range = fmt::format("{} to {}", low, high);
-    const auto check = [low, high, range](const std::string &text) {
-        double value = 0;
-        const bool inside = CLI::detail::lexical_cast(text, value) && value >= low && value <= high;
-        return inside ? std::string() : fmt::format("{} is not a number from {}", text, range);
-    };
-    return CLI::Validator(check, "in [" + range + "]");
-}
+using trevik_tools::Between;
 
 void AddMachineOptions(CLI::App &app, Machine &machine)
 {
@@ -77,7 +68,7 @@ void AddRunOptions(CLI::App &app, Options &options)
                  "pass over lines that begin with /; without it they are executed");
     app.add_flag("--check", options.check, "read and check the part, move nothing");
     app.add_flag("--quiet", options.quiet, "no progress and no report");
-    app.set_version_flag("--version", "trevik-run " TREVIK_RUN_VERSION);
+    app.set_version_flag("--version", "trevik-run " TREVIK_TOOLS_VERSION);
 }
 
 } // namespace

@@ -6,10 +6,17 @@
 #include <cmath>
 #include <iterator>
 
+#include "shared/svg_page.h"
+
 namespace trevik_run
 {
 namespace
 {
+
+using trevik_tools::Escaped;
+using trevik_tools::Range;
+using trevik_tools::Scale;
+using trevik_tools::SvgPage;
 
 constexpr double page_width = 1000;
 constexpr double plot_left = 84;
@@ -29,86 +36,34 @@ constexpr const char *style =
     ".band{fill:#14508c;opacity:.22}.speed{fill:none;stroke:#14508c;stroke-width:1.2;stroke-linejoin:round}"
     "</style>\n";
 
-struct Range {
-    double low = std::numeric_limits<double>::infinity();
-    double high = -std::numeric_limits<double>::infinity();
-
-    void Include(double value)
-    {
-        low = std::min(low, value);
-        high = std::max(high, value);
-    }
-    double Size() const { return high - low; }
-};
-
-// A number axis: values to places on the page.
-struct Scale {
-    Range values;
-    double low_at = 0;
-    double high_at = 1;
-
-    double At(double value) const { return low_at + (value - values.low) / values.Size() * (high_at - low_at); }
-};
-
-// 1, 2 or 5 times a power of ten, such that about `count` steps fill the range.
-double TickStep(double range, double count)
-{
-    const double raw = range / count;
-    const double power = std::pow(10, std::floor(std::log10(raw)));
-    const double lead = raw / power;
-    return power * (lead <= 1 ? 1 : lead <= 2 ? 2 : lead <= 5 ? 5 : 10);
-}
-
-class Page
+class Page : private SvgPage
 {
   public:
     std::string Draw(const Trace &trace, const DrawingTitle &title);
 
   private:
-    template <typename... Args>
-    void Put(fmt::format_string<Args...> text, Args &&...args)
-    {
-        fmt::format_to(std::back_inserter(out_), text, std::forward<Args>(args)...);
-    }
     void PlacePath(const Trace &trace);
     void DrawTitle(const DrawingTitle &title);
-    void DrawGrid(const Scale &across, const Scale &up, const char *across_label, const char *up_label);
-    void DrawTicksAcross(const Scale &across, const Scale &up);
-    void DrawTicksUp(const Scale &across, const Scale &up);
     void DrawPath(const Trace &trace);
     void DrawStroke(const Stroke &stroke, bool shaded);
     void DrawMark(const Point &at, const char *colour, const char *name, double lift);
     void DrawLegend(bool shaded);
     void DrawSpeed(const Trace &trace);
 
-    std::string out_;
     Scale x_;
     Scale y_;
     double path_bottom_ = 0;
 };
 
-std::string Escaped(const std::string &text)
-{
-    std::string escaped;
-    for (const char c : text) {
-        escaped += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : std::string(1, c);
-    }
-    return escaped;
-}
-
 std::string Page::Draw(const Trace &trace, const DrawingTitle &title)
 {
     PlacePath(trace);
     const double height = path_bottom_ + gap + speed_height + 60;
-    Put("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 {0} {1:.0f}\" width=\"{0}\" "
-        "height=\"{1:.0f}\">\n{2}",
-        page_width, height, style);
-    Put("<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n");
+    BeginPage(page_width, height, style);
     DrawTitle(title);
     DrawPath(trace);
     DrawSpeed(trace);
-    Put("</svg>\n");
-    return std::move(out_);
+    return EndPage();
 }
 
 // Equal scales on both axes; the smaller extent is widened until the picture fills the width or the height.
@@ -143,45 +98,6 @@ void Page::DrawTitle(const DrawingTitle &title)
 {
     Put("<text class=\"title\" x=\"{}\" y=\"36\">{}</text>\n", plot_left, Escaped(title.name));
     Put("<text class=\"unit\" x=\"{}\" y=\"60\">{}</text>\n", plot_left, Escaped(title.summary));
-}
-
-void Page::DrawTicksAcross(const Scale &across, const Scale &up)
-{
-    const double step = TickStep(across.values.Size(), 9);
-    const long last = std::lround(std::floor(across.values.high / step));
-    for (long tick = std::lround(std::ceil(across.values.low / step)); tick <= last; ++tick) {
-        const double value = static_cast<double>(tick) * step;
-        const double at = across.At(value);
-        Put("<path class=\"grid\" d=\"M{0:.1f} {1:.1f}V{2:.1f}\"/>"
-            "<text x=\"{0:.1f}\" y=\"{3:.1f}\" text-anchor=\"middle\">{4:g}</text>\n",
-            at, up.low_at, up.high_at, up.low_at + 18, value);
-    }
-}
-
-void Page::DrawTicksUp(const Scale &across, const Scale &up)
-{
-    const double step = TickStep(up.values.Size(), (up.low_at - up.high_at) / 50);
-    const long last = std::lround(std::floor(up.values.high / step));
-    for (long tick = std::lround(std::ceil(up.values.low / step)); tick <= last; ++tick) {
-        const double value = static_cast<double>(tick) * step;
-        const double at = up.At(value);
-        Put("<path class=\"grid\" d=\"M{0:.1f} {1:.1f}H{2:.1f}\"/>"
-            "<text x=\"{3:.1f}\" y=\"{4:.1f}\" text-anchor=\"end\">{5:g}</text>\n",
-            across.low_at, at, across.high_at, across.low_at - 7, at + 4.5, value);
-    }
-}
-
-void Page::DrawGrid(const Scale &across, const Scale &up, const char *across_label, const char *up_label)
-{
-    DrawTicksAcross(across, up);
-    DrawTicksUp(across, up);
-    Put("<rect class=\"frame\" x=\"{:.1f}\" y=\"{:.1f}\" width=\"{:.1f}\" height=\"{:.1f}\"/>\n", across.low_at,
-        up.high_at, across.high_at - across.low_at, up.low_at - up.high_at);
-    const double middle = (up.low_at + up.high_at) / 2;
-    Put("<text class=\"unit\" x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"middle\">{}</text>\n",
-        (across.low_at + across.high_at) / 2, up.low_at + 40, across_label);
-    Put("<text class=\"unit\" transform=\"translate(24 {:.1f}) rotate(-90)\" text-anchor=\"middle\">{}</text>\n",
-        middle, up_label);
 }
 
 void Page::DrawPath(const Trace &trace)

@@ -5,15 +5,14 @@
 #include <limits>
 #include <vector>
 
+#include "shared/path.h"
 #include "trevik-run/sample.h"
 
 namespace trevik_run
 {
 
-struct Point {
-    double x = 0;
-    double y = 0;
-};
+using trevik_tools::PathThinner;
+using trevik_tools::Point;
 
 // A stretch of path of one kind and one shade.
 struct Stroke {
@@ -23,25 +22,6 @@ struct Stroke {
 };
 
 constexpr int shade_count = 24;
-
-// Drops points that lie on the line through their neighbours within the tolerance: from the last point kept, the
-// directions that pass all later points narrow a sleeve, and a point outside the sleeve begins a new one.
-class PathThinner
-{
-  public:
-    explicit PathThinner(double tolerance) : tolerance_(tolerance) {}
-    void Begin(std::vector<Point> &points, const Point &first);
-    void Add(std::vector<Point> &points, const Point &next);
-
-  private:
-    bool InSleeve(const Point &next);
-
-    double tolerance_;
-    Point anchor_;
-    Point low_; // directions that bound the sleeve; both 0 while it is open
-    Point high_;
-    double reach_ = 0;
-};
 
 struct SpeedBucket {
     double lowest = std::numeric_limits<double>::infinity();

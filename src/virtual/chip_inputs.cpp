@@ -1,0 +1,178 @@
+// The inputs of the chip: what is active where, when the next switch is reached, and what limits, alarm and
+// slow-down do to a running operation.
+#include "virtual/chip.h"
+
+#include "virtual/register_profile.h"
+
+namespace trevik::virtual_card
+{
+namespace
+{
+
+// Fields of SIGNAL_CONFIG1.
+constexpr BitField limit_slowly{3, 1};
+constexpr BitField slow_down_stops{4, 1};
+constexpr BitField slow_down_latched{5, 1};
+constexpr BitField alarm_slowly{8, 1};
+
+// Bits of ERROR_FLAGS.
+constexpr unsigned plus_limit_error = 5;
+constexpr unsigned minus_limit_error = 6;
+constexpr unsigned alarm_error = 7;
+constexpr unsigned slow_down_error = 10;
+
+} // namespace
+
+// Inputs of an axis when its leg has travelled this far; index pulses of the encoder are not among them.
+std::uint32_t Chip::inputs_at(const Section &section, std::int64_t travelled)
+{
+    if (!section.around.fitted())
+        return section.inputs;
+    return section.inputs | section.around.active(section.base_position + travelled);
+}
+
+std::uint32_t Chip::inputs_now(const Section &section, std::int64_t now_ns)
+{
+    if (!section.around.fitted())
+        return section.inputs;
+    const std::int64_t done = travelled(section, now_ns);
+    const bool index = section.around.index_at(section.base_position + done);
+    return inputs_at(section, done) | (index ? Bit(Input::Index) : 0);
+}
+
+bool Chip::input(unsigned axis, Input input, std::int64_t now_ns)
+{
+    advance(now_ns);
+    return (inputs_now(sections_[axis], now_ns) & Bit(input)) != 0;
+}
+
+void Chip::set_input(unsigned axis, Input input, bool active, std::int64_t now_ns)
+{
+    advance(now_ns);
+    std::uint32_t &inputs = sections_[axis].inputs;
+    inputs = active ? inputs | Bit(input) : inputs & ~Bit(input);
+    surroundings_changed(axis, now_ns);
+}
+
+void Chip::surroundings_changed(unsigned axis, std::int64_t now_ns)
+{
+    Section &section = sections_[axis];
+    const unsigned bit = 1u << axis;
+    fitted_axes_ = section.around.fitted() ? fitted_axes_ | bit : fitted_axes_ & ~bit;
+    if (section.state == State::Running) {
+        Section &leader = leader_of(section);
+        const Moment now{now_ns, 0};
+        look(section, leader, {now, leader_pulses(leader, now_ns), false});
+        start_queued(now);
+    }
+    update_next_event(now_ns);
+}
+
+// When the operation next brings one of its axes to an edge of a switch, or to an index pulse that is counted.
+void Chip::find_edge(Section &leader, std::int64_t now_ns)
+{
+    leader.edge = {};
+    if (leader.longest == 0)
+        return;
+    std::int64_t pulses = leader_pulses(leader, now_ns);
+    if (pulses < leader.passed)
+        pulses = leader.passed;
+    const bool index =
+        IsHoming(leader.kind) && leader.homing.phase->until == Until::Index && !leader.homing.phase_over;
+    std::int64_t nearest = Surroundings::no_edge;
+    each(leader.group & fitted_axes_, [&](unsigned, const Section &section) {
+        const std::int64_t done = share(section, pulses);
+        const std::int64_t steps =
+            section.around.steps_to_edge(section.base_position + done, section.distance > 0, index);
+        if (steps > Size(section.distance) - Size(done))
+            return;
+        const std::int64_t reached = pulses_at_step(section, Size(done) + steps);
+        nearest = reached < nearest ? reached : nearest;
+    });
+    if (nearest == Surroundings::no_edge)
+        return;
+    leader.edge_pulses = nearest;
+    leader.edge = leader.start_time.later(leader.profile.time_at(static_cast<double>(nearest)));
+}
+
+void Chip::look(Section &leader, const Instant &now)
+{
+    each(leader.group, [&](unsigned, Section &section) {
+        if (section.state == State::Running)
+            look(section, leader, now);
+    });
+}
+
+// An axis of a running operation reads its inputs.
+void Chip::look(Section &section, Section &leader, const Instant &now)
+{
+    const std::uint32_t before = section.seen;
+    section.seen = inputs_at(section, share(section, now.pulses));
+    if (protect(section, leader, now))
+        return;
+    heed_slow_down(section, leader, (section.seen & ~before & Bit(Input::SlowDown)) != 0, now);
+    if (section.state == State::Running && IsHoming(section.kind))
+        look_for_home(section, before, now);
+}
+
+// Alarm, and the end limit ahead, end the operation. True when they do.
+bool Chip::protect(Section &section, Section &leader, const Instant &now)
+{
+    const std::uint32_t config = section.reg(Register::SIGNAL_CONFIG1);
+    if ((section.seen & Bit(Input::Alarm)) != 0) {
+        fail(section, leader, alarm_error, alarm_slowly.get(config) != 0, now);
+        return true;
+    }
+    const bool plus = section.distance > 0;
+    const Input ahead = plus ? Input::PlusLimit : Input::MinusLimit;
+    if (section.distance == 0 || (section.seen & Bit(ahead)) == 0 || expects_limit(section))
+        return false;
+    fail(section, leader, plus ? plus_limit_error : minus_limit_error, limit_slowly.get(config) != 0, now);
+    return true;
+}
+
+// Ends an operation by a fault of one of its axes: on this pulse, or slowly if it has moved at all.
+void Chip::fail(Section &section, Section &leader, unsigned error_bit, bool slowly, const Instant &now)
+{
+    section.errors |= 1u << error_bit;
+    drop_queue(leader.group);
+    if (!slowly || now.pulses == 0) {
+        settle_group(leader, now.pulses);
+    } else if (!leader.stopping) {
+        leader.turns_back = false;
+        leader.stopping = true;
+        slow_to_start_speed(leader, section, now.when);
+    }
+}
+
+// True when the slow-down input of an axis of the operation is active and its mode word heeds it.
+bool Chip::slow_down_asked(const Section &leader)
+{
+    bool asked = false;
+    each(leader.group, [&](unsigned, const Section &section) {
+        asked = asked || ((section.seen & Bit(Input::SlowDown)) != 0 &&
+                          slow_down_enable.get(section.reg(Register::MODE)) != 0);
+    });
+    return asked;
+}
+
+// Down to the start speed while the input is active, or to a stop, as the pin is configured.
+void Chip::heed_slow_down(Section &section, Section &leader, bool rising, const Instant &now)
+{
+    const std::uint32_t config = section.reg(Register::SIGNAL_CONFIG1);
+    const bool asked = slow_down_asked(leader);
+    if (asked && rising && slow_down_stops.get(config) != 0) {
+        fail(section, leader, slow_down_error, true, now);
+        return;
+    }
+    const bool slowed = asked || (leader.slowed && slow_down_latched.get(config) != 0);
+    if (slowed == leader.slowed)
+        return;
+    leader.slowed = slowed;
+    const bool slowing = leader.stopping || leader.turns_back || leader.correcting ||
+                         (IsHoming(leader.kind) && leader.homing.phase_over);
+    if (!slowing)
+        replan(leader, now.when);
+}
+
+} // namespace trevik::virtual_card

@@ -1,0 +1,64 @@
+// What an operation code of the mode word makes the chip do.
+#pragma once
+
+#include "driver/mode_word.h"
+
+#include <cstdint>
+
+namespace trevik::virtual_card
+{
+
+enum class Kind : std::uint8_t { Unknown, Positioning, Line, Continuous, Homing, HomeSearch };
+
+// Stands for the distance of an operation that only a stop or an input ends.
+inline constexpr std::int64_t endless = std::int64_t{1} << 60;
+
+inline constexpr std::uint32_t direction_bit = 0x08; // of operation codes without a distance: 1 is minus
+
+inline constexpr BitField slow_down_enable{8, 1}; // of the mode word
+
+constexpr Kind KindOf(std::uint32_t mode)
+{
+    switch (static_cast<OperationCode>(mode_field::operation.get(mode))) {
+    case OperationCode::ContinuousPlus:
+    case OperationCode::ContinuousMinus:
+        return Kind::Continuous;
+    case OperationCode::HomePlus:
+    case OperationCode::HomeMinus:
+        return Kind::Homing;
+    case OperationCode::HomeSearchPlus:
+    case OperationCode::HomeSearchMinus:
+        return Kind::HomeSearch;
+    case OperationCode::Positioning:
+    case OperationCode::PositioningBacklash:
+        return Kind::Positioning;
+    case OperationCode::Line:
+        return Kind::Line;
+    }
+    return Kind::Unknown;
+}
+
+constexpr bool HasDistance(Kind kind)
+{
+    return kind == Kind::Positioning || kind == Kind::Line;
+}
+
+constexpr bool IsHoming(Kind kind)
+{
+    return kind == Kind::Homing || kind == Kind::HomeSearch;
+}
+
+constexpr std::int64_t Size(std::int64_t distance)
+{
+    return distance < 0 ? -distance : distance;
+}
+
+// Signed distance of an operation, from its registers.
+constexpr std::int64_t OperationDistance(std::uint32_t mode, std::uint32_t distance)
+{
+    if (HasDistance(KindOf(mode)))
+        return static_cast<std::int32_t>(distance);
+    return (mode & direction_bit) != 0 ? -endless : endless;
+}
+
+} // namespace trevik::virtual_card

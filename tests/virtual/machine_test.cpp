@@ -1,0 +1,241 @@
+// The machine around an axis: switches, limits, homing, the handwheel.
+#include "support/virtual_machine.h"
+
+#include <algorithm>
+#include <limits>
+
+using namespace trevik::test;
+using trevik::Register;
+using trevik::StatusRegister;
+
+namespace
+{
+
+constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
+
+constexpr std::uint32_t plus_error = 1u << 5;
+constexpr std::uint32_t minus_error = 1u << 6;
+constexpr std::uint32_t alarm_error = 1u << 7;
+constexpr std::uint32_t slow_down_error = 1u << 10;
+
+std::uint32_t Errors(unsigned axis)
+{
+    return ReadStatus(axis, StatusRegister::ERROR_FLAGS);
+}
+
+// A switch from `first` to `last` on the plus side, mirrored for the minus side.
+void Place(int side, std::uint8_t input, std::int32_t first, std::int32_t last)
+{
+    const std::int32_t low = side > 0 ? first : last == highest ? lowest : -last;
+    CHECK(TrevikVirtual_switch_set(0, 0, input, low, side > 0 ? last : -first) == TREVIK_OK);
+}
+
+} // namespace
+
+TEST_CASE_FIXTURE(VirtualMachine, "home modes")
+{
+    struct Row {
+        std::uint8_t mode;
+        std::int32_t end;
+        int slowing; // the ramp down comes on top, this way
+    };
+    // Home from 1000 to 1400, the end limit from 3000 on, an index pulse at 180, 380, ...; three of them are
+    // counted.
+    const Row rows[] = {{0, 1000, 1},  {1, 1000, 0}, {2, 1580, 0}, {3, 1580, 1},  {4, 580, 0},
+                        {5, 580, -1},  {6, 2999, 0}, {7, 2580, 0}, {8, 2580, -1}, {9, 1000, 0},
+                        {10, 1580, 0}, {11, 580, 0}, {12, 2580, 0}};
+    for (const Row &row : rows) {
+        for (const int side : {1, -1}) {
+            for (const std::uint32_t ramp_ms : {50u, 0u}) {
+                CAPTURE(row.mode);
+                CAPTURE(side);
+                CAPTURE(ramp_ms);
+                const VirtualMachine machine;
+                Place(side, TREVIK_VIRTUAL_HOME, 1000, 1400);
+                Place(side, side > 0 ? TREVIK_VIRTUAL_PLUS_LIMIT : TREVIK_VIRTUAL_MINUS_LIMIT, 3000, highest);
+                CHECK(TrevikVirtual_index_set(0, 0, side * 180, 200) == TREVIK_OK);
+                CHECK(TrevikA_current_position_set(0, 0, 7) == TREVIK_OK);
+                CHECK(TrevikA_home_mode_set(0, 0, row.mode, 2) == TREVIK_OK);
+                CHECK(TrevikA_home_start(0, 0, 500, 5000, ramp_ms, side < 0) == TREVIK_OK);
+                run_out();
+                // 4500 pulses/s in 50 ms, 2750 pulses/s on average; without ramps it stops at once.
+                const int slowing = ramp_ms == 0 ? 0 : row.slowing;
+                const double end = side * (row.end + slowing * 2750 * 0.05);
+                CHECK(std::abs(stands(0) - end) <= (slowing == 0 ? 0 : 0.15 * 2750 * 0.05));
+                CHECK(at(0) == stands(0) + 7);
+                CHECK((idle(0) && Errors(0) == 0));
+            }
+        }
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "a search finds home from the asked side, wherever it begins")
+{
+    for (const int side : {1, -1}) {
+        for (const std::int32_t begin : {0, 999, 1000, 1200, 1400, 2000, 3000}) {
+            for (const std::uint32_t ramp_ms : {0u, 50u}) {
+                CAPTURE(side);
+                CAPTURE(begin);
+                CAPTURE(ramp_ms);
+                const VirtualMachine machine;
+                Place(side, TREVIK_VIRTUAL_HOME, 1000, 1400);
+                Place(side, side > 0 ? TREVIK_VIRTUAL_PLUS_LIMIT : TREVIK_VIRTUAL_MINUS_LIMIT, 3000, highest);
+                CHECK(TrevikVirtual_position_set(0, 0, side * begin) == TREVIK_OK);
+                CHECK(TrevikA_home_search(0, 0, 500, 5000, ramp_ms, side < 0, 300) == TREVIK_OK);
+                std::int32_t nearest = begin;
+                while (!idle(0)) {
+                    TrevikHost_advance(std::min(next_event(), 1e-3));
+                    nearest = std::min(nearest, side * stands(0));
+                }
+                CHECK(nearest == (begin < 1000 ? begin : 999 - 300));
+                CHECK(side * stands(0) >= 1000);
+                CHECK(side * stands(0) <= (ramp_ms == 0 ? 1000 : 1160));
+                CHECK(Errors(0) == 0);
+            }
+        }
+    }
+    // With no home switch it ends at the other limit.
+    const VirtualMachine machine;
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 3000, highest) == TREVIK_OK);
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_MINUS_LIMIT, lowest, -500) == TREVIK_OK);
+    CHECK(TrevikA_home_search(0, 0, 500, 5000, 50, 0, 300) == TREVIK_OK);
+    run_out();
+    CHECK((stands(0) == -500 && Errors(0) == minus_error && Errors(0) == 0));
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "end limits stop what moves into them, and nothing else")
+{
+    struct Row {
+        std::uint32_t config;  // SIGNAL_CONFIG1: bit 3 slows down
+        std::int32_t distance; // of axis 1
+        std::uint32_t error;
+    };
+    for (const Row row : {Row{0, 5000, plus_error}, Row{0, -5000, minus_error}, Row{1u << 3, 5000, plus_error}}) {
+        for (const bool line : {false, true}) {
+            CAPTURE(row.distance);
+            CAPTURE(line);
+            const VirtualMachine machine;
+            WriteRegister(1, Register::SIGNAL_CONFIG1, row.config);
+            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_PLUS_LIMIT, 3333, highest);
+            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_MINUS_LIMIT, lowest, -3333);
+            const auto go = [&](std::int32_t distance) {
+                return line ? TrevikA_T_LINE2_move(0, 0, 8000, distance, relative, 500, 20000, 50, 50, 0)
+                            : TrevikA_T_position_move(0, 1, Unsigned(distance), 0, 500, 20000, 50, 50, 0);
+            };
+            TrevikA_continuous_flag_set(0, 0, 1);
+            TrevikA_continuous_flag_set(0, 1, 1);
+            CHECK(go(row.distance) == TREVIK_OK);
+            CHECK(go(row.distance) == TREVIK_OK); // dropped with the first one
+            run_out();
+            const std::int32_t size = std::abs(stands(1));
+            CHECK((row.config == 0 ? size == 3333 : size > 3500 && size < 4200));
+            if (line)
+                CHECK(std::abs(stands(0) - size * 8 / 5.0) <= 1);
+            CHECK((idle(0) && idle(1) && Errors(1) == row.error && Errors(0) == 0));
+            // Farther in: not a pulse. Out: freely.
+            const std::int32_t there = stands(1);
+            CHECK(go(row.distance) == TREVIK_OK);
+            CHECK((idle(1) && stands(1) == there && Errors(1) == row.error));
+            CHECK(go(-row.distance) == TREVIK_OK);
+            run_out();
+            CHECK((stands(1) == there - row.distance && Errors(1) == 0));
+        }
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "alarm and slow-down inputs")
+{
+    // Alarm by hand: at once, and no start while it is on.
+    CHECK(TrevikA_T_velocity_move(0, 0, 500, 20000, 100) == TREVIK_OK);
+    TrevikHost_advance(0.5);
+    const std::int32_t there = at(0);
+    CHECK(TrevikVirtual_input_set(0, 0, TREVIK_VIRTUAL_ALARM, 1) == TREVIK_OK);
+    CHECK((idle(0) && at(0) == there && Errors(0) == alarm_error));
+    CHECK(TrevikA_T_position_move(0, 0, 10, 0, 500, 500, 0, 0, 0) == TREVIK_OK);
+    CHECK((idle(0) && at(0) == there && Errors(0) == alarm_error));
+    TrevikVirtual_input_set(0, 0, TREVIK_VIRTUAL_ALARM, 0);
+
+    // Slow from 2000 to 3000, counted where the mode word heeds it (bit 8).
+    struct Row {
+        std::uint32_t mode, config;
+        double speed_inside, speed_beyond;
+        std::uint32_t error;
+    };
+    const Row rows[] = {{0x41, 0, 20000, 20000, 0},
+                        {0x141, 0, 500, 20000, 0},
+                        {0x141, 1u << 5, 500, 500, 0}, // latched
+                        {0x141, 1u << 4, 0, 0, slow_down_error}};
+    for (const Row &row : rows) {
+        CAPTURE(row.mode);
+        CAPTURE(row.config);
+        const VirtualMachine machine;
+        WriteRegister(0, Register::SIGNAL_CONFIG1, row.config);
+        TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_SLOW_DOWN, 2000, 3000);
+        CHECK(TrevikA_T_position_move(0, 0, 6000, 0, 500, 20000, 50, 50, 1) == TREVIK_OK);
+        SendCommand(1, trevik::Command::CMD_STOP_IMMEDIATE); // it waited for its trigger; its registers are set
+        WriteRegister(0, Register::MODE, row.mode);
+        SendCommand(1, trevik::Command::CMD_START_ACC_DEC);
+        const auto speed_at = [&](std::int32_t position) {
+            while (!idle(0) && at(0) < position)
+                TrevikHost_advance(1e-3);
+            return speed(0);
+        };
+        CHECK(speed_at(1900) > 15000);
+        CHECK(speed_at(2900) == doctest::Approx(row.speed_inside).epsilon(0.001));
+        CHECK(speed_at(4300) == doctest::Approx(row.speed_beyond).epsilon(0.01));
+        run_out();
+        CHECK((row.error != 0 || at(0) == 6000));
+        CHECK(Errors(0) == row.error);
+    }
+}
+
+TEST_CASE_FIXTURE(VirtualMachine, "switches are exact whatever the steps of the clock are, and read as inputs")
+{
+    std::uint8_t active = 0;
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_HOME, 100, 99) == TREVIK_ERR_PARAM);
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_INPUT_COUNT, 0, 1) == TREVIK_ERR_PARAM);
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_LATCH, -10, 1234) == TREVIK_OK);
+    CHECK(TrevikVirtual_index_set(0, 0, -3, 10) == TREVIK_OK);
+    const auto read = [&](std::uint8_t input) {
+        CHECK(TrevikVirtual_input_read(0, 0, input, &active) == TREVIK_OK);
+        return active != 0;
+    };
+    CHECK((read(TREVIK_VIRTUAL_LATCH) && !read(TREVIK_VIRTUAL_INDEX)));
+    CHECK(TrevikA_T_position_move(0, 0, 1'000'000, 0, 500, 6'000'000, 30, 30, 0) == TREVIK_OK);
+    TrevikHost_advance(next_event());
+    CHECK((stands(0) == 1235 && !read(TREVIK_VIRTUAL_LATCH)));
+    CHECK((ReadStatus(0, StatusRegister::EXT_STATUS) & 1u << 14) == 0);
+    TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 777'777, highest);
+    TrevikHost_advance(10);
+    CHECK((stands(0) == 777'777 && Errors(0) == plus_error && read(TREVIK_VIRTUAL_INDEX)));
+    CHECK(TrevikVirtual_switch_clear(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT) == TREVIK_OK);
+    CHECK(TrevikA_OneAxis_restart(0, 0) == TREVIK_OK);
+    run_out();
+    CHECK(stands(0) == 1'000'000);
+}
+
+TEST_CASE("an axis follows the handwheel")
+{
+    const VirtualMachine machine("0:A", true);
+    const auto at = [] { return VirtualMachine::at(1); };
+    CHECK(TrevikA_pulser_map_set(0, 1, 0, 0) == TREVIK_OK);
+    CHECK(TrevikA_pulser_motion_enable(0, 1, 1, 3) == TREVIK_OK);
+    CHECK(TrevikVirtual_handwheel_turn(0, 0, 500, -1) == TREVIK_ERR_PARAM);
+    CHECK(TrevikVirtual_handwheel_turn(0, 0, 500, 1) == TREVIK_OK); // 10 a tick
+    TrevikHost_advance(0.5);
+    CHECK(machine.speed(1) == doctest::Approx(1500).epsilon(0.001));
+    std::int32_t counts = 0;
+    CHECK((TrevikVirtual_counter_read(0, 0, 4, &counts) == TREVIK_OK && counts == 250));
+    TrevikHost_advance(1);
+    CHECK((at() == 1500 && machine.idle(1)));
+    // Back and forth, faster and slower; what is left of an earlier turn is dropped.
+    TrevikVirtual_handwheel_turn(0, 0, -2000, 0.5);
+    TrevikHost_advance(0.25);
+    TrevikVirtual_handwheel_turn(0, 0, 400, 0.1);
+    TrevikHost_advance(0.3);
+    TrevikVirtual_handwheel_turn(0, 0, -7, 0);
+    TrevikHost_advance(5);
+    CHECK((TrevikVirtual_counter_read(0, 0, 4, &counts) == TREVIK_OK && counts == 500 - 1000 + 400 - 7));
+    CHECK((at() == counts * 3 && machine.idle(1)));
+}
