@@ -52,6 +52,17 @@ void call_S_position(benchmark::State &state)
 }
 BENCHMARK(call_S_position);
 
+void call_T_ARC_center(benchmark::State &state)
+{
+    constexpr std::uint32_t requests_of_arc = 2 + 4 + 4 + 18 + 1; // status, position, MOTION_CONFIG, load, start
+    static const std::uint8_t relative[4] = {0, 0, 0, 0};
+    RunCalls(state, requests_of_arc, [](std::uint32_t v) {
+        const auto wide = static_cast<std::int32_t>(v);
+        return TrevikA_T_ARC_center_move(0, 0, 1000 + wide, 300, 2000, 400, relative, 500, 10000 + v, 100, 0, 0);
+    });
+}
+BENCHMARK(call_T_ARC_center);
+
 // The same requests, each from a zeroed buffer as a program without the library would send them.
 void call_bare_requests(benchmark::State &state)
 {

@@ -1,4 +1,5 @@
 // The arithmetic of one move, from user units to register values, without a driver.
+#include "motion/arc.h"
 #include "motion/line_profile.h"
 #include "motion/position_move.h"
 #include "motion/profile.h"
@@ -95,5 +96,67 @@ void plan_LINE4(benchmark::State &state)
     PlanLines(state, 4);
 }
 BENCHMARK(plan_LINE4);
+
+// Arcs: the geometry of each description, then what all of them need.
+template <class Geometry>
+void PlanArcs(benchmark::State &state, Geometry geometry)
+{
+    std::uint32_t i = 0;
+    for (auto _ : state) {
+        const std::uint32_t v = ++i % variations;
+        const auto wide = static_cast<std::int32_t>(v);
+        const CenterArc arc = geometry(wide);
+        const MoveSpeeds speeds{500, 10000 + 10 * v};
+        ProfileRegisters profile = PlanArc(speeds, {Curve::T, 0.1, 0}, SelectMultiplier(speeds.max_pps));
+        std::uint32_t steps = ArcSteps({arc.center, arc.end}, arc.direction);
+        Command command = SelectStartCommand(speeds.start_pps, speeds.max_pps, {0.1, 0.1});
+        benchmark::DoNotOptimize(profile);
+        benchmark::DoNotOptimize(steps);
+        benchmark::DoNotOptimize(command);
+    }
+}
+
+void plan_ARC_center(benchmark::State &state)
+{
+    PlanArcs(state, [](std::int32_t v) { return CenterArc{{1000 + v, 300}, {2000, 400 + v}, 0}; });
+}
+BENCHMARK(plan_ARC_center);
+
+void plan_ARC_3P(benchmark::State &state)
+{
+    PlanArcs(state, [](std::int32_t v) {
+        const ThreePointArc found = ThreePointCenter({1000 + v, 900}, {2000, 400 + v});
+        return CenterArc{found.circle.center, found.circle.end, found.direction};
+    });
+}
+BENCHMARK(plan_ARC_3P);
+
+void plan_ARC_radius(benchmark::State &state)
+{
+    PlanArcs(state, [](std::int32_t v) {
+        CenterArc arc{{}, {2000, 400 + v}, 0};
+        RadiusCenter(1200 + v, arc.end, arc.direction, arc.center);
+        return arc;
+    });
+}
+BENCHMARK(plan_ARC_radius);
+
+// A helix is an arc whose speeds are not divided.
+void plan_helix(benchmark::State &state)
+{
+    std::uint32_t i = 0;
+    for (auto _ : state) {
+        const std::uint32_t v = ++i % variations;
+        const Circle circle{{1000 + static_cast<std::int32_t>(v), 300}, {2000, 400}};
+        const MoveSpeeds speeds{500, 10000 + 10 * v};
+        ProfileRegisters profile = PlanRamps(speeds, {Curve::T, {0.1, 0.1}, {}}, SelectMultiplier(speeds.max_pps));
+        std::uint32_t steps = ArcSteps(circle, 0);
+        Command command = SelectStartCommand(speeds.start_pps, speeds.max_pps, {0.1, 0.1});
+        benchmark::DoNotOptimize(profile);
+        benchmark::DoNotOptimize(steps);
+        benchmark::DoNotOptimize(command);
+    }
+}
+BENCHMARK(plan_helix);
 
 } // namespace

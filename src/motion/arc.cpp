@@ -57,6 +57,15 @@ void WriteRampedAxis(const Axis &axis, std::int32_t end, const ProfileRegisters 
         WriteSRanges(axis, profile);
 }
 
+LineRamps LineTimes(double time_s)
+{
+    LineRamps ramps;
+    ramps.times = {time_s, time_s};
+    return ramps;
+}
+
+} // namespace
+
 ProfileRegisters PlanArc(MoveSpeeds speeds, const ArcRamp &ramp, std::uint32_t multiplier)
 {
     ProfileRegisters p;
@@ -66,15 +75,6 @@ ProfileRegisters PlanArc(MoveSpeeds speeds, const ArcRamp &ramp, std::uint32_t m
     FillRamps(p, ramp.both());
     return p;
 }
-
-LineRamps LineTimes(double time_s)
-{
-    LineRamps ramps;
-    ramps.times = {time_s, time_s};
-    return ramps;
-}
-
-} // namespace
 
 Result ArcCenterMove(const Card &card, const AxisSet &pair, const CenterArc &arc, bool absolute,
                      std::uint32_t speed)

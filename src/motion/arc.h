@@ -55,6 +55,9 @@ struct ArcRamp {
     MoveRamps both() const { return {curve, {time_s, time_s}, {s_range_pps, s_range_pps}}; }
 };
 
+// The speed registers of a ramped arc, whose speeds along the path become those of the leading axis.
+ProfileRegisters PlanArc(MoveSpeeds speeds, const ArcRamp &ramp, std::uint32_t multiplier);
+
 // How a ramped arc runs. Flags by axis number as in a line; null: Param.
 struct ArcRun {
     const std::uint8_t *absolute_flags;
