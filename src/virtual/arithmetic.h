@@ -1,6 +1,8 @@
 // The little arithmetic that the chip needs beyond the four operations, without a library.
 #pragma once
 
+#include <cstdint>
+
 namespace trevik::virtual_card
 {
 
@@ -32,6 +34,17 @@ double Solve(double low, double high, double value, Function function)
     for (int i = 0; i < halvings; ++i) {
         const double middle = low + (high - low) / 2;
         (function(middle) < value ? low : high) = middle;
+    }
+    return high;
+}
+
+// The first whole number above `low`, at most `high`, at which a condition that then stays true is true.
+template <class Condition>
+std::int64_t FirstTrue(std::int64_t low, std::int64_t high, Condition condition)
+{
+    while (high - low > 1) {
+        const std::int64_t middle = low + (high - low) / 2;
+        (condition(middle) ? high : low) = middle;
     }
     return high;
 }

@@ -58,7 +58,7 @@ void Chip::update_next_event(std::int64_t now_ns)
             continue;
         if (section.state == State::Waiting)
             section.due = comparator_time(section, now_ns);
-        else if ((fitted_axes_ & section.group) != 0)
+        else
             find_edge(section, now_ns);
         const std::int64_t event_ns = section.next().reached_ns();
         if (event_ns < next_event_ns_)
@@ -77,6 +77,8 @@ std::int64_t Chip::leader_pulses(Section &leader, std::int64_t now_ns)
 std::int64_t Chip::share(const Section &section, std::int64_t pulses)
 {
     const Section &leader = leader_of(section);
+    if (IsArc(section.kind))
+        return arc_share(section, pulses);
     if (&section != &leader) {
         pulses = leader.longest == 0 ? 0 : (Size(section.distance) * pulses + leader.longest / 2) / leader.longest;
     }
@@ -91,6 +93,37 @@ std::int64_t Chip::pulses_at_step(const Section &section, std::int64_t step)
         return step;
     const std::int64_t size = Size(section.distance);
     return (step * leader.longest - leader.longest / 2 + size - 1) / size;
+}
+
+// Which way an axis goes: 1, -1, or 0 for not at all.
+int Chip::way(const Section &section, const Instant &now)
+{
+    std::int64_t step = section.distance;
+    if (IsArc(section.kind)) {
+        const std::int64_t here = share(section, now.pulses);
+        step = now.arrived ? here - share(section, now.pulses - 1) : 0;
+        if (step == 0)
+            step = share(section, pulses_at_turn(section, now.pulses)) - here;
+    }
+    return step > 0 ? 1 : step < 0 ? -1 : 0;
+}
+
+// Signed pulses of an axis for each pulse of its leader.
+double Chip::part_of_speed(const Section &section, std::int64_t pulses)
+{
+    const Section &leader = leader_of(section);
+    const auto longest = static_cast<double>(leader.longest);
+    if (IsArc(section.kind)) {
+        const Section &circle = sections_[section.arc_axis];
+        double x = 0;
+        double y = 0;
+        circle.arc.slope(circle.arc_done + arc_steps(section, pulses), x, y);
+        const double steps = static_cast<double>(circle.arc.steps() - circle.arc_done) / longest;
+        return (section.arc_second ? y : x) * steps;
+    }
+    if (&section == &leader)
+        return section.distance < 0 ? -1 : 1;
+    return static_cast<double>(section.distance) / longest;
 }
 
 std::int64_t Chip::travelled(const Section &section, std::int64_t now_ns)
@@ -279,9 +312,7 @@ double Chip::speed(unsigned axis, std::int64_t now_ns)
     if (section.state != State::Running || leader.longest == 0)
         return 0;
     const double pps = leader.profile.speed_at(leader.start_time.seconds_until(now_ns));
-    if (&section == &leader)
-        return section.distance < 0 ? -pps : pps;
-    return pps * static_cast<double>(section.distance) / static_cast<double>(leader.longest);
+    return pps * part_of_speed(section, leader_pulses(leader, now_ns));
 }
 
 void Chip::turn_handwheel(unsigned axis, std::int32_t counts, double seconds, std::int64_t now_ns)

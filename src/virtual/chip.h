@@ -8,6 +8,7 @@
 
 #include "driver/mode_word.h"
 #include "driver/registers.h"
+#include "virtual/arc_path.h"
 #include "virtual/homing.h"
 #include "virtual/input.h"
 #include "virtual/moment.h"
@@ -79,6 +80,7 @@ class Chip
         std::int64_t target = 0;   // signed pulses to where the operation ends, from where the leg started
         std::int64_t origin = 0;   // signed pulses that the operation had done by then
         std::int64_t rest = 0;     // signed pulses that an interrupted operation has left
+        bool interrupted = false;  // it can go on
         std::int8_t last_way = 0;  // direction of the last motion: 1, -1, 0 none yet
         std::uint32_t seen = 0;    // inputs, when the running operation last looked
 
@@ -87,7 +89,12 @@ class Chip
         std::uint8_t queued_group = 0;
         StartKind queued_start = StartKind::High;
 
+        // Of the two axes of a circle: the one that holds the path, and which coordinate this axis is.
+        std::uint8_t arc_axis = 0;
+        bool arc_second = false;
+
         // Of a leader only.
+        std::uint8_t source = 0; // the axis whose registers shape the profile
         bool turns_back = false; // its new end was passed already: it slows down and goes back
         bool stopping = false;   // a decelerating stop is under way
         bool correcting = false; // backlash is being taken up; the leg itself comes next
@@ -102,6 +109,9 @@ class Chip
         SpeedProfile profile;
         HomingState homing;
 
+        std::int64_t arc_done = 0; // steps of the circle before this leg
+        ArcPath arc;               // of its first axis
+
         Surroundings around;
         HandwheelTurn wheel;
 
@@ -114,8 +124,17 @@ class Chip
     // A moment of a running operation, and what its leader has put out by then.
     struct Instant {
         Moment when;
-        std::int64_t pulses;
-        bool arrived; // with this pulse; false: something else has changed
+        std::int64_t pulses = 0;
+        bool arrived = false; // with this pulse; false: something else has changed
+    };
+
+    // The axes of a set that its operation codes tie together: lines, with the arcs of helices; and the two axes of
+    // a circle.
+    struct Groups {
+        unsigned lines = 0;
+        unsigned arcs = 0;
+
+        unsigned of(unsigned bit) const { return (lines & bit) != 0 ? lines : (arcs & bit) != 0 ? arcs : bit; }
     };
 
     // The sections of a set, in axis order.
@@ -139,26 +158,36 @@ class Chip
     std::int64_t leader_pulses(Section &leader, std::int64_t now_ns);
     std::int64_t share(const Section &section, std::int64_t pulses);
     std::int64_t pulses_at_step(const Section &section, std::int64_t step);
+    int way(const Section &section, const Instant &now);
+    double part_of_speed(const Section &section, std::int64_t pulses);
     std::int64_t travelled(const Section &section, std::int64_t now_ns);
     std::uint32_t counter(const Section &section, unsigned number, std::int64_t now_ns);
     std::uint32_t status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns);
     void written(Section &section, Register reg, std::uint32_t value, std::int64_t now_ns);
 
+    // Circles: chip_arc.cpp
+    void plan_arc(unsigned group);
+    std::int64_t arc_steps(const Section &section, std::int64_t pulses);
+    std::int64_t arc_share(const Section &section, std::int64_t pulses);
+    std::int64_t pulses_at_turn(const Section &section, std::int64_t pulses);
+
     // The comparator start trigger: chip_trigger.cpp
     Moment comparator_time(const Section &waiting, std::int64_t now_ns);
-    Moment time_of_count(const Section &source, std::uint32_t count, std::int64_t now_ns);
+    Moment time_of_count(const Section &source, std::uint32_t count, std::uint32_t condition, std::int64_t now_ns);
 
     // Operations start and end: chip_operation.cpp
     void start(unsigned axis_set, StartKind kind, const Moment &now);
     void queue(unsigned axis_set, StartKind kind);
     void start_queued(const Moment &now);
     bool queue_ready(unsigned axis);
-    unsigned line_axes(unsigned axis_set, Register mode);
+    Groups groups_of(unsigned axis_set, Register mode);
+    unsigned choose_leader(unsigned group);
     void prepare(unsigned group, StartKind kind, const Moment &now);
     void begin(Section &leader, const Moment &now);
     void trigger_waiting(const Moment &now);
     void launch(Section &leader, const Moment &now);
     ProfileInput leg_input(const Section &leader);
+    static std::int64_t own_pulses(const Section &leader);
     std::uint32_t slack(const Section &leader);
     static std::int64_t rest_of_operation(const Section &section);
     void settle_group(Section &leader, std::int64_t pulses);
@@ -182,6 +211,7 @@ class Chip
     std::uint32_t inputs_now(const Section &section, std::int64_t now_ns);
     void surroundings_changed(unsigned axis, std::int64_t now_ns);
     void find_edge(Section &leader, std::int64_t now_ns);
+    std::int64_t next_edge(const Section &section, std::int64_t pulses, bool index);
     void look(Section &leader, const Instant &now);
     void look(Section &section, Section &leader, const Instant &now);
     bool protect(Section &section, Section &leader, const Instant &now);

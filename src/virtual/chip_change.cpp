@@ -122,11 +122,13 @@ void Chip::mode_written(Section &section, const Moment &now)
 // An interrupted operation is forgotten when its distance is written.
 void Chip::distance_written(Section &section, const Moment &now)
 {
-    if (section.state == State::Idle && section.rest != 0) {
+    if (section.state == State::Idle && section.interrupted) {
         const unsigned group = section.group;
         each(group, [&](unsigned, Section &other) {
-            if (other.state == State::Idle && other.group == group)
-                other.rest = 0;
+            if (other.state != State::Idle || other.group != group)
+                return;
+            other.rest = 0;
+            other.interrupted = false;
         });
     } else if (section.kind == Kind::Positioning) {
         retarget(section, now);
@@ -137,7 +139,7 @@ void Chip::distance_written(Section &section, const Moment &now)
 // them are named.
 bool Chip::can_restart(const Section &leader, unsigned axis_set)
 {
-    bool can = leader.rest != 0 && (leader.group & ~axis_set) == 0;
+    bool can = leader.interrupted && (leader.group & ~axis_set) == 0;
     each(leader.group, [&](unsigned, const Section &section) {
         can = can && !section.busy() && section.group == leader.group && section.leader == leader.leader;
     });

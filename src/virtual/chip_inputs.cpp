@@ -68,11 +68,30 @@ void Chip::surroundings_changed(unsigned axis, std::int64_t now_ns)
     update_next_event(now_ns);
 }
 
+// The leader's pulses that bring an axis to the next edge: of one stretch on which it goes one way after another.
+std::int64_t Chip::next_edge(const Section &section, std::int64_t pulses, bool index)
+{
+    const std::int64_t longest = leader_of(section).longest;
+    while (pulses < longest) {
+        const bool arc = IsArc(section.kind);
+        const std::int64_t turn = arc ? pulses_at_turn(section, pulses) : longest;
+        const std::int64_t done = share(section, pulses);
+        const std::int64_t ahead = arc ? share(section, turn) - done : section.distance - done;
+        const std::int64_t steps = section.around.steps_to_edge(section.base_position + done, ahead > 0, index);
+        if (steps <= Size(ahead))
+            return arc ? FirstTrue(pulses, turn,
+                                   [&](std::int64_t p) { return Size(share(section, p) - done) >= steps; })
+                       : pulses_at_step(section, Size(done) + steps);
+        pulses = turn;
+    }
+    return Surroundings::no_edge;
+}
+
 // When the operation next brings one of its axes to an edge of a switch, or to an index pulse that is counted.
 void Chip::find_edge(Section &leader, std::int64_t now_ns)
 {
     leader.edge = {};
-    if (leader.longest == 0)
+    if (leader.longest == 0 || (leader.group & fitted_axes_) == 0)
         return;
     std::int64_t pulses = leader_pulses(leader, now_ns);
     if (pulses < leader.passed)
@@ -81,12 +100,7 @@ void Chip::find_edge(Section &leader, std::int64_t now_ns)
         IsHoming(leader.kind) && leader.homing.phase->until == Until::Index && !leader.homing.phase_over;
     std::int64_t nearest = Surroundings::no_edge;
     each(leader.group & fitted_axes_, [&](unsigned, const Section &section) {
-        const std::int64_t done = share(section, pulses);
-        const std::int64_t steps =
-            section.around.steps_to_edge(section.base_position + done, section.distance > 0, index);
-        if (steps > Size(section.distance) - Size(done))
-            return;
-        const std::int64_t reached = pulses_at_step(section, Size(done) + steps);
+        const std::int64_t reached = next_edge(section, pulses, index);
         nearest = reached < nearest ? reached : nearest;
     });
     if (nearest == Surroundings::no_edge)
@@ -123,9 +137,10 @@ bool Chip::protect(Section &section, Section &leader, const Instant &now)
         fail(section, leader, alarm_error, alarm_slowly.get(config) != 0, now);
         return true;
     }
-    const bool plus = section.distance > 0;
+    const int going = way(section, now);
+    const bool plus = going > 0;
     const Input ahead = plus ? Input::PlusLimit : Input::MinusLimit;
-    if (section.distance == 0 || (section.seen & Bit(ahead)) == 0 || expects_limit(section))
+    if (going == 0 || (section.seen & Bit(ahead)) == 0 || expects_limit(section))
         return false;
     fail(section, leader, plus ? plus_limit_error : minus_limit_error, limit_slowly.get(config) != 0, now);
     return true;

@@ -17,6 +17,17 @@ std::int8_t WayOf(std::int64_t distance)
     return static_cast<std::int8_t>(distance > 0 ? 1 : distance < 0 ? -1 : 0);
 }
 
+constexpr bool Pair(unsigned axes)
+{
+    const unsigned but_one = axes & (axes - 1);
+    return but_one != 0 && (but_one & (but_one - 1)) == 0;
+}
+
+constexpr bool StartsAlone(Kind kind)
+{
+    return kind != Kind::Unknown && !IsArc(kind);
+}
+
 // Pulses at a speed that stays the same.
 ProfileInput EvenRun(double pulses, double pps)
 {
@@ -28,15 +39,21 @@ ProfileInput EvenRun(double pulses, double pps)
 
 } // namespace
 
-// Axes of a set whose mode register asks for a line: they move as one.
-unsigned Chip::line_axes(unsigned axis_set, Register mode)
+Chip::Groups Chip::groups_of(unsigned axis_set, Register mode)
 {
-    unsigned axes = 0;
+    Groups groups;
+    unsigned helix = 0;
     each(axis_set, [&](unsigned axis, const Section &section) {
-        if (KindOf(section.reg(mode)) == Kind::Line)
-            axes |= 1u << axis;
+        const Kind kind = KindOf(section.reg(mode));
+        groups.lines |= kind == Kind::Line ? 1u << axis : 0u;
+        groups.arcs |= kind == Kind::Arc ? 1u << axis : 0u;
+        helix |= kind == Kind::HelixArc ? 1u << axis : 0u;
     });
-    return axes;
+    if (Pair(helix))
+        groups.lines |= helix;
+    if (!Pair(groups.arcs))
+        groups.arcs = 0;
+    return groups;
 }
 
 // A start command takes the set of an axis whose mode word was written last.
@@ -54,15 +71,17 @@ void Chip::start(unsigned axis_set, StartKind kind, const Moment &now)
     start_queued(now);
 
     const unsigned direct = axis_set & 0xFu & ~preset;
-    const unsigned line = line_axes(direct, Register::MODE);
-    if (line != 0 && (line & ~idle) == 0)
-        prepare(line, kind, now);
-    each(direct & idle & ~line, [&](unsigned axis, const Section &section) {
-        if (KindOf(section.reg(Register::MODE)) != Kind::Unknown)
+    const Groups groups = groups_of(direct, Register::MODE);
+    const unsigned tied = groups.lines | groups.arcs;
+    for (const unsigned group : {groups.lines, groups.arcs})
+        if (group != 0 && (group & ~idle) == 0)
+            prepare(group, kind, now);
+    each(direct & idle & ~tied, [&](unsigned axis, const Section &section) {
+        if (StartsAlone(KindOf(section.reg(Register::MODE))))
             prepare(1u << axis, kind, now);
     });
     // A start of an axis that runs continuously changes its speed: all registers count as they are.
-    each(direct & ~idle & ~line, [&](unsigned, Section &section) {
+    each(direct & ~idle & ~tied, [&](unsigned, Section &section) {
         if (section.kind == Kind::Continuous && section.state == State::Running)
             retarget(section, now);
     });
@@ -70,12 +89,12 @@ void Chip::start(unsigned axis_set, StartKind kind, const Moment &now)
 
 void Chip::queue(unsigned axis_set, StartKind kind)
 {
-    const unsigned line = line_axes(axis_set, Register::PRESET_MODE);
+    const Groups groups = groups_of(axis_set, Register::PRESET_MODE);
     each(axis_set, [&](unsigned axis, Section &section) {
-        const unsigned bit = 1u << axis;
+        const unsigned group = groups.of(1u << axis);
         section.preset_chosen = false;
-        section.queued = KindOf(section.reg(Register::PRESET_MODE)) != Kind::Unknown;
-        section.queued_group = static_cast<std::uint8_t>((line & bit) != 0 ? line : bit);
+        section.queued = group != 1u << axis || StartsAlone(KindOf(section.reg(Register::PRESET_MODE)));
+        section.queued_group = static_cast<std::uint8_t>(group);
         section.queued_start = kind;
     });
 }
@@ -110,11 +129,34 @@ void Chip::start_queued(const Moment &now)
     }
 }
 
+// The longest axis carries the profile, of a circle alone its first axis. A helix takes the registers of its first
+// line: the axis that counts the steps has no ramps of its own.
+unsigned Chip::choose_leader(unsigned group)
+{
+    unsigned longest = chip_axes;
+    unsigned line = chip_axes;
+    unsigned arc = chip_axes;
+    each(group, [&](unsigned axis, const Section &section) {
+        if (IsArc(section.kind)) {
+            arc = arc == chip_axes ? axis : arc;
+            return;
+        }
+        line = line == chip_axes ? axis : line;
+        if (longest == chip_axes || Size(section.distance) > Size(sections_[longest].distance))
+            longest = axis;
+    });
+    const unsigned leader = longest == chip_axes ? arc : longest;
+    each(group, [&](unsigned, Section &section) { section.leader = static_cast<std::uint8_t>(leader); });
+    sections_[leader].source = static_cast<std::uint8_t>(arc != chip_axes && line != chip_axes ? line : leader);
+    if (arc != chip_axes)
+        plan_arc(group);
+    return leader;
+}
+
 // The direct registers of a group become its operation: at once, or when its trigger comes.
 void Chip::prepare(unsigned group, StartKind kind, const Moment &now)
 {
-    unsigned leader = chip_axes;
-    each(group, [&](unsigned axis, Section &section) {
+    each(group, [&](unsigned, Section &section) {
         const std::uint32_t mode = section.reg(Register::MODE);
         section.group = static_cast<std::uint8_t>(group);
         section.kind = KindOf(mode);
@@ -122,11 +164,10 @@ void Chip::prepare(unsigned group, StartKind kind, const Moment &now)
         section.origin = 0;
         section.distance = section.target = OperationDistance(mode, section.reg(Register::DISTANCE));
         section.rest = 0;
+        section.interrupted = false;
         section.state = State::Waiting;
-        if (leader == chip_axes || Size(section.distance) > Size(sections_[leader].distance))
-            leader = axis;
     });
-    each(group, [&](unsigned, Section &section) { section.leader = static_cast<std::uint8_t>(leader); });
+    const unsigned leader = choose_leader(group);
     if (mode_field::start_trigger.get(sections_[leader].reg(Register::MODE)) == 0)
         begin(sections_[leader], now);
 }
@@ -155,7 +196,16 @@ void Chip::trigger_waiting(const Moment &now)
 // The running leg as its leader's registers describe it now.
 ProfileInput Chip::leg_input(const Section &leader)
 {
-    ProfileInput input = ProfileOf(leader, ProfileDistance(leader.longest));
+    ProfileInput input = ProfileOf(sections_[leader.source], ProfileDistance(leader.longest));
+    if (leader.kind == Kind::Arc) {
+        // The step count says where to slow down; what it was rounded by does not count. The ramp-down point is that of
+        // an earlier move.
+        constexpr std::int64_t rounding = 8;
+        const std::int64_t counted = std::int64_t{leader.reg(Register::ARC_STEPS)} - leader.arc_done;
+        input.manual_rampdown = false;
+        if (Size(counted - leader.longest) > rounding)
+            input.counted = static_cast<double>(counted);
+    }
     if (leader.slowed || leader.creeping)
         input.max_pps = Smaller(input.max_pps, input.start_pps);
     if (IsHoming(leader.kind))
@@ -173,6 +223,12 @@ std::uint32_t Chip::slack(const Section &leader)
     return asked && leader.last_way * WayOf(leader.distance) < 0 ? backlash_pulses.get(config) : 0;
 }
 
+// Pulses of a leader's own in the leg that starts.
+std::int64_t Chip::own_pulses(const Section &leader)
+{
+    return IsArc(leader.kind) ? leader.arc.steps() - leader.arc_done : Size(leader.distance);
+}
+
 // A leg starts: the distances of the group are its own.
 void Chip::launch(Section &leader, const Moment &now)
 {
@@ -181,6 +237,7 @@ void Chip::launch(Section &leader, const Moment &now)
     each(leader.group, [&](unsigned, Section &section) {
         section.state = State::Running;
         section.rest = 0;
+        section.interrupted = false;
         section.last_way = section.distance != 0 ? WayOf(section.distance) : section.last_way;
         section.seen = inputs_at(section, 0);
         active |= section.seen;
@@ -190,7 +247,7 @@ void Chip::launch(Section &leader, const Moment &now)
     leader.slowed = active != 0 && slow_down_asked(leader);
     leader.start_time = now;
     leader.passed = 0;
-    leader.longest = leader.correcting ? 0 : Size(leader.distance);
+    leader.longest = leader.correcting ? 0 : own_pulses(leader);
     const double unit = SpeedUnit(leader.reg(Register::MULTIPLIER));
     leader.profile.plan(leader.correcting ? EvenRun(correction, leader.reg(Register::CORRECTION_SPEED) * unit)
                                           : leg_input(leader));
@@ -202,15 +259,24 @@ void Chip::launch(Section &leader, const Moment &now)
 // The axes of an operation stand where `pulses` of its leader have brought them.
 void Chip::settle_group(Section &leader, std::int64_t pulses)
 {
+    const bool unfinished = leader.state != State::Running || pulses < leader.longest;
+    std::int64_t steps = 0;
+    each(leader.group, [&](unsigned, const Section &section) {
+        if (IsArc(section.kind) && section.state == State::Running)
+            steps = arc_steps(section, pulses);
+    });
     each(leader.group, [&](unsigned, Section &section) {
         const std::int64_t done = section.state == State::Running ? share(section, pulses) : 0;
         section.rest = HasDistance(section.kind) ? section.target - done : 0;
+        section.interrupted = IsArc(section.kind) ? unfinished : section.rest != 0;
         section.base_counter1 += static_cast<std::uint32_t>(done);
         section.base_position = static_cast<std::int32_t>(static_cast<std::uint32_t>(section.base_position) +
                                                           static_cast<std::uint32_t>(done));
         section.origin += done;
         section.state = State::Idle;
     });
+    // Last: the shares above count from where the leg began.
+    each(leader.group, [&](unsigned, Section &section) { section.arc_done += steps; });
     leader.due = leader.edge = {};
 }
 

@@ -43,19 +43,33 @@ bool RightWay(Condition condition, bool up)
 
 } // namespace
 
-// Time at which the running operation of `source` brings its command counter to `count`; never if it does not.
-Moment Chip::time_of_count(const Section &source, std::uint32_t count, std::int64_t now_ns)
+// Time at which the running operation of `source` brings its command counter to `count`, counting the way that the
+// condition asks for; never if it does not.
+Moment Chip::time_of_count(const Section &source, std::uint32_t count, std::uint32_t condition, std::int64_t now_ns)
 {
-    if (source.state != State::Running || source.distance == 0 || leader_of(source).longest == 0)
-        return {};
-    const auto steps = static_cast<std::int64_t>(static_cast<std::int32_t>(count - source.base_counter1));
-    const std::int64_t target = source.distance < 0 ? -steps : steps;
-    if (target > Size(source.distance) || target <= Size(travelled(source, now_ns)))
-        return {};
     Section &leader = leader_of(source);
-    const auto pulses = static_cast<double>(pulses_at_step(source, target));
-    const Moment reached = leader.start_time.later(leader.profile.time_at(pulses));
-    return reached.ns < now_ns ? Moment{now_ns, 0} : reached;
+    if (source.state != State::Running || leader.longest == 0)
+        return {};
+    const auto target = static_cast<std::int64_t>(static_cast<std::int32_t>(count - source.base_counter1));
+    std::int64_t pulses = leader_pulses(leader, now_ns);
+    while (pulses < leader.longest) {
+        const bool arc = IsArc(source.kind);
+        const std::int64_t turn = arc ? pulses_at_turn(source, pulses) : leader.longest;
+        const std::int64_t done = share(source, pulses);
+        const std::int64_t end = arc ? share(source, turn) : source.distance;
+        const bool between = done < end ? target > done && target <= end : target < done && target >= end;
+        if (between && RightWay(static_cast<Condition>(condition), end > done)) {
+            const std::int64_t reached =
+                arc ? FirstTrue(
+                          pulses, turn,
+                          [&](std::int64_t p) { return Size(share(source, p) - done) >= Size(target - done); })
+                    : pulses_at_step(source, Size(target));
+            const Moment when = leader.start_time.later(leader.profile.time_at(static_cast<double>(reached)));
+            return when.ns < now_ns ? Moment{now_ns, 0} : when;
+        }
+        pulses = turn;
+    }
+    return {};
 }
 
 Moment Chip::comparator_time(const Section &waiting, std::int64_t now_ns)
@@ -71,9 +85,9 @@ Moment Chip::comparator_time(const Section &waiting, std::int64_t now_ns)
     const std::uint32_t count = counter(source, select + 1, now_ns);
     if (TrueNow(condition, count, data))
         return {now_ns, 0};
-    if (condition == Condition::Off || select != 0 || !RightWay(condition, source.distance > 0))
+    if (condition == Condition::Off || select != 0)
         return {};
-    return time_of_count(source, FirstCount(condition, data), now_ns);
+    return time_of_count(source, FirstCount(condition, data), static_cast<std::uint32_t>(condition), now_ns);
 }
 
 } // namespace trevik::virtual_card

@@ -8,12 +8,14 @@
 namespace trevik::virtual_card
 {
 
-enum class Kind : std::uint8_t { Unknown, Positioning, Line, Continuous, Homing, HomeSearch };
+enum class Kind : std::uint8_t { Unknown, Positioning, Line, Arc, HelixArc, Continuous, Homing, HomeSearch };
 
 // Stands for the distance of an operation that only a stop or an input ends.
 inline constexpr std::int64_t endless = std::int64_t{1} << 60;
 
 inline constexpr std::uint32_t direction_bit = 0x08; // of operation codes without a distance: 1 is minus
+
+inline constexpr std::uint32_t arc_minus_bit = 0x01; // of the operation codes of arcs
 
 inline constexpr BitField slow_down_enable{8, 1}; // of the mode word
 
@@ -34,13 +36,25 @@ constexpr Kind KindOf(std::uint32_t mode)
         return Kind::Positioning;
     case OperationCode::Line:
         return Kind::Line;
+    case OperationCode::ArcPlus:
+    case OperationCode::ArcMinus:
+        return Kind::Arc;
+    case OperationCode::HelixArcPlus:
+    case OperationCode::HelixArcMinus:
+        return Kind::HelixArc;
+    default:
+        return Kind::Unknown;
     }
-    return Kind::Unknown;
+}
+
+constexpr bool IsArc(Kind kind)
+{
+    return kind == Kind::Arc || kind == Kind::HelixArc;
 }
 
 constexpr bool HasDistance(Kind kind)
 {
-    return kind == Kind::Positioning || kind == Kind::Line;
+    return kind == Kind::Positioning || kind == Kind::Line || IsArc(kind);
 }
 
 constexpr bool IsHoming(Kind kind)

@@ -136,14 +136,15 @@ void SpeedProfile::cut(double distance)
 // The chip finds the ramp-down point: deceleration ends with the last pulse.
 void SpeedProfile::plan_automatic(const ProfileInput &input, double end_pps)
 {
-    const double rest = input.distance - end_distance_;
+    const double end = input.counted < 0 ? input.distance : input.counted;
+    const double rest = end - end_distance_;
     double peak = input.max_pps;
     const RampShape &first = RampToMaximum(end_speed_, input);
     const double ramps = RampDistance(end_speed_, peak, first) + RampDistance(peak, end_pps, input.decel);
     if (ramps > rest && end_speed_ < peak)
         peak = MeetingSpeed(end_speed_, end_pps, rest, input);
     add_ramp(peak, first);
-    run(input.distance - RampDistance(peak, end_pps, input.decel));
+    run(end - RampDistance(peak, end_pps, input.decel));
     add_ramp(end_pps, input.decel);
 }
 

@@ -22,6 +22,7 @@ struct RampShape {
 // An operation in pulses and seconds.
 struct ProfileInput {
     double distance = 0; // pulses, 0 or more; infinite for an operation that only a stop ends
+    double counted = -1; // pulses that the ramp-down counts instead of the distance; below 0: the distance
     double start_pps = 0;
     double max_pps = 0;
     RampShape accel;

@@ -106,6 +106,12 @@ constexpr Drawn moves[] = {
     {"home-search --direction 1 --home-switch -3600 -3000 --max 5000 --distance 300",
      {"took", "search, −, T", "DISTANCE                  300"},
      {"TrevikA_home_search(0, 0, 500, 5000, 100, 1, 300);", "HOME_CONFIG", ">home</text>"}},
+    {"T-position --distance 3",
+     {"highest speed 945 pulses/s", "500 to 945 pulses/s in 2.08 ms", "945 to 500 pulses/s in 2.08 ms"},
+     {"acceleration, pulses/s²", "time, ms", "DISTANCE"}},
+    {"handwheel --counts 500 --turn 1000 --ratio 3",
+     {"then at 1,500 pulses; highest speed 1,500 pulses/s", "the last tick of 20 ms", "MOTION_CONFIG"},
+     {"TrevikA_pulser_motion_enable(0, 0, 1, 3);", "the last tick of 20 ms", "no deceleration"}},
     {"T-position --plus-limit 8000", {"ended at 8,000 pulses", "took", ""}, {"+ limit", "class=\"switch\"", ""}},
 };
 
@@ -116,7 +122,7 @@ struct Refused {
 };
 
 constexpr Refused mistakes[] = {
-    {"", 2, "subcommand"},
+    {"position", 2, "position"},
     {"T-position --distance far", 2, "--distance"},
     {"T-position --s-accel 20", 2, "--s-accel"},
     {"T-position --change-at 100", 2, "say what changes"},
@@ -125,7 +131,7 @@ constexpr Refused mistakes[] = {
     {"T-position --distance 0", 1, "returned 302"},
     {"S-position --accel 100 --s-accel 51", 1, "each S time may be half of its ramp at most"},
     {"T-position --change-at 5000 --change-distance 3000", 1, "make the change earlier"},
-    {"home --home-mode 13", 1, "TrevikA_home_mode_set at 0 ms returned 302"},
+    {"home --home-mode 13", 1, "Home modes are 0 to 12"},
 };
 
 } // namespace
@@ -158,6 +164,7 @@ TEST_CASE("what is wrong is said, and nothing is drawn")
         CHECK_MESSAGE(Contains(outcome.said, mistake.said), outcome.said);
         CHECK(outcome.svg.empty());
     }
+    CHECK_MESSAGE(Contains(scope.Run("", "").said, "A kind of motion (T-position"), "no kind given");
     const Outcome unwritable = scope.Run("T-position", "--svg " + scope.Path("no/folder.svg"));
     CHECK(unwritable.status == 1);
     CHECK_MESSAGE(Contains(unwritable.said, "cannot write"), unwritable.said);

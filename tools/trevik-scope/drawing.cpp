@@ -293,9 +293,11 @@ void Page::DrawIndex(std::vector<EdgeLabel> &labels)
         return;
     }
     const double any = motion_.index.first / position_.unit_size;
-    for (double at = any + std::ceil((seen.low - any) / period) * period; at <= seen.high; at += period) {
-        Put("<path class=\"frame\" d=\"M{0} {1:.1f}h6M{2} {1:.1f}h-6\"/>", plot_left, position_.up.At(at),
-            plot_right);
+    const double lowest = any + std::ceil((seen.low - any) / period) * period;
+    const int count = static_cast<int>((seen.high - lowest) / period) + 1;
+    for (int i = 0; i < count; ++i) {
+        Put("<path class=\"frame\" d=\"M{0} {1:.1f}h6M{2} {1:.1f}h-6\"/>", plot_left,
+            position_.up.At(lowest + i * period), plot_right);
     }
     const double end = recording_.samples.back().position / position_.unit_size;
     labels.push_back({position_.up.At(any + std::round((end - any) / period) * period), "index"});

@@ -19,7 +19,7 @@ namespace
 using trevik_tools::Between;
 
 constexpr int usage_status = 2;
-constexpr double longest_ms = 1e9;
+constexpr double longest_ms = 1e7;
 
 constexpr const char *description =
     "Makes one move on a virtual card and draws position, speed and acceleration over time,\n"
@@ -270,7 +270,7 @@ bool ParseOptions(int argc, const char *const *argv, Options &options, int &stat
     CLI::App app(description, "trevik-scope");
     app.footer(footer);
     app.set_version_flag("--version", "trevik-scope " TREVIK_TOOLS_VERSION);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1); // the complaint about none is our own
     Later later;
     AddPosition(app, options, later, Kind::t_position);
     AddPosition(app, options, later, Kind::s_position);
@@ -281,6 +281,10 @@ bool ParseOptions(int argc, const char *const *argv, Options &options, int &stat
     AddHandwheel(app, options, later);
     try {
         app.parse(argc, argv);
+        if (app.get_subcommands().empty()) {
+            throw CLI::RequiredError("A kind of motion (T-position, S-position, T-velocity, S-velocity, home, "
+                                     "home-search, handwheel)");
+        }
         TakeLater(options.motion, later);
     } catch (const CLI::ParseError &error) {
         status = app.exit(error) == 0 ? 0 : usage_status;

@@ -8,7 +8,7 @@ namespace trevik_scope
 namespace
 {
 
-constexpr double jump_share = 1e-3; // of the even step: samples nearer than this show a jump, not a ramp
+constexpr double jump_s = 3.5e-9;   // samples nearer than this were taken on both sides of a moment
 constexpr double seen_share = 5e-3; // of the highest speed: smaller ramps are not told
 
 // Where one interval's speed begins and ends, without signs.
@@ -21,9 +21,9 @@ struct Stretch {
     double Slope() const { return (to_pps - from_pps) / (end_s - begin_s); }
 };
 
-bool IsJump(const Recording &recording, const Sample &a, const Sample &b)
+bool IsJump(const Sample &a, const Sample &b)
 {
-    return b.time_s - a.time_s < recording.step_s * jump_share;
+    return b.time_s - a.time_s < jump_s;
 }
 
 // The stretches between jumps.
@@ -33,7 +33,7 @@ std::vector<std::vector<Stretch>> SmoothParts(const Recording &recording)
     for (std::size_t i = 1; i < recording.samples.size(); ++i) {
         const Sample &a = recording.samples[i - 1];
         const Sample &b = recording.samples[i];
-        if (!IsJump(recording, a, b)) {
+        if (!IsJump(a, b)) {
             parts.back().push_back({a.time_s, b.time_s, std::fabs(a.speed_pps), std::fabs(b.speed_pps)});
         } else if (a.speed_pps != b.speed_pps && !parts.back().empty()) {
             parts.emplace_back();
@@ -69,7 +69,7 @@ std::vector<Interval> IntervalsOf(const Recording &recording)
     for (std::size_t i = 1; i < recording.samples.size(); ++i) {
         const Sample &a = recording.samples[i - 1];
         const Sample &b = recording.samples[i];
-        if (!IsJump(recording, a, b)) {
+        if (!IsJump(a, b)) {
             intervals.push_back({a.time_s, b.time_s, (b.speed_pps - a.speed_pps) / (b.time_s - a.time_s)});
         }
     }

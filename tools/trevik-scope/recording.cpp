@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr double even_samples = 5000;
+constexpr double longest_s = 10000; // the library's ticks go on all the while: longer moves take long to make
 constexpr double clock_unit_s = 1e-9;
 constexpr double just_before_s = 2 * clock_unit_s;
 constexpr std::int64_t tick_ns = 20'000'000; // the library's own, when an axis follows a handwheel
@@ -48,10 +49,20 @@ class Recorder
     void Advance(double to_s);
     void TakeSample();
     double NextEvent() const;
-    double NextTick() const { return static_cast<double>((now_ns_ / tick_ns + 1) * tick_ns) * clock_unit_s; }
+    double NextTick() const
+    {
+        const std::int64_t next = now_ns_ / tick_ns + 1;
+        return static_cast<double>(next * tick_ns) * clock_unit_s;
+    }
     void TakeTickWrites();
     double Now() const { return static_cast<double>(now_ns_) * clock_unit_s; }
-    double NextCall() const { return next_call_ < calls_.size() ? calls_[next_call_].at_s : never; }
+    double NextCall() const
+    {
+        if (next_call_ == calls_.size()) {
+            return never;
+        }
+        return calls_[next_call_].at_s;
+    }
 
     const Motion &motion_;
     std::vector<Call> calls_;
@@ -116,7 +127,7 @@ bool Recorder::Step()
         recording_.ended = true;
         return false;
     }
-    const double deadline = std::max(Now(), nothing_due || follows || motion_.for_ms > 0 ? limit_s_ : never);
+    const double deadline = std::max(Now(), nothing_due || follows || motion_.for_ms > 0 ? limit_s_ : longest_s);
     const double even = recording_.step_s * static_cast<double>(next_even_);
     const double sudden = std::min({event, call, follows ? NextTick() : never});
     double next = std::min({sudden, even, deadline});
@@ -167,7 +178,7 @@ Recording Record(const Motion &motion, RequestLog &log)
 {
     double seconds = LongestSeconds(motion);
     if (motion.kind != Kind::handwheel) {
-        const Recording events = Recorder(motion, log).Run(never);
+        Recording events = Recorder(motion, log).Run(never);
         if (!events.failed_call.empty()) {
             return events;
         }

@@ -54,7 +54,7 @@ class Registers
     bool Wrote(const char *name) const { return written_.contains(name); }
     double Unit() const { return unit_range / (static_cast<double>(Now("MULTIPLIER")) + 1); }
     double Rise() const;
-    double RampMs(const char *rate, const char *s_range) const;
+    std::string RampText(const char *rate, const char *s_range) const;
     std::string ModeText() const;
     std::string RampdownText() const;
 
@@ -77,7 +77,7 @@ double Registers::Rise() const
                                                       : static_cast<double>(max);
 }
 
-double Registers::RampMs(const char *rate, const char *s_range) const
+std::string Registers::RampText(const char *rate, const char *s_range) const
 {
     const double rise = Rise();
     const auto curved = static_cast<double>(Now(s_range));
@@ -86,7 +86,9 @@ double Registers::RampMs(const char *rate, const char *s_range) const
         const bool wholly = curved == 0 || 2 * curved > rise;
         units = wholly ? 2 * rise : rise + 2 * curved;
     }
-    return (static_cast<double>(Now(rate)) + 1) * 4 * units / clock_hz * 1000;
+    return units == 0
+               ? "no ramp"
+               : "ramp of " + Number((static_cast<double>(Now(rate)) + 1) * 4 * units / clock_hz * 1000, "ms");
 }
 
 std::string Registers::ModeText() const
@@ -118,10 +120,10 @@ std::string Registers::Meaning(const std::string &name) const
         return Number(value * Unit(), "pulses/s");
     }
     if (name == "ACCEL_RATE") {
-        return "ramp of " + Number(RampMs("ACCEL_RATE", "S_ACCEL_RANGE"), "ms");
+        return RampText("ACCEL_RATE", "S_ACCEL_RANGE");
     }
     if (name == "DECEL_RATE") {
-        return "ramp of " + Number(RampMs("DECEL_RATE", "S_DECEL_RANGE"), "ms");
+        return RampText("DECEL_RATE", "S_DECEL_RANGE");
     }
     if (name == "MULTIPLIER") {
         return "unit " + fmt::format("{:.4g} pulses/s", Unit());

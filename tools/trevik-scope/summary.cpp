@@ -62,14 +62,25 @@ void AddRamps(std::string &text, const Motion &motion, const Recording &recordin
     }
 }
 
+const char *Ranges(const std::string &call)
+{
+    if (call == "TrevikA_home_mode_set") {
+        return "Home modes are 0 to 12, options 0 to 15.";
+    }
+    if (call == "TrevikA_pulser_motion_enable") {
+        return "The ratio is 1 to 1000.";
+    }
+    return "Speeds go up to 6,553,500 pulses/s, a move needs a distance, and each S time may be half of its ramp "
+           "at "
+           "most.";
+}
+
 // What one can do about a refusal.
 const char *Advice(const std::string &call, std::uint32_t code)
 {
     switch (code) {
     case TREVIK_ERR_PARAM:
-        return "Speeds go up to 6,553,500 pulses/s, a move needs a distance, and each S time may be half of its "
-               "ramp "
-               "at most.";
+        return Ranges(call);
     case TREVIK_ERR_NOT_MOVING:
         return call == "TrevikA_velocity_change" ? "Only a velocity move takes a new speed."
                                                  : "The move had ended by then: make the change earlier.";
