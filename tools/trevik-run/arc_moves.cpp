@@ -13,12 +13,17 @@ namespace
 
 constexpr double shortest_tread_s = 0.004; // as of the ramps of lines
 constexpr double same_speed = 0.99;
-constexpr double shortest_arc = 4;  // pulses; below it is a line
-constexpr double flat = 0.05;       // pulses between arc and chord: below it is a line
-constexpr double line_bulge = 0.25; // the most between arc and chord, where lines take the arc's place
+constexpr double shortest_arc = 4; // pulses; below it is a line
+constexpr double flat = 0.05;      // pulses between arc and chord: below it is a line
+constexpr double line_bulge = 0.1; // the most between arc and chord, where lines take the arc's place
 constexpr double longest_turn = 1.5 * std::numbers::pi;
 constexpr double whole_turn = 2 * std::numbers::pi - 1e-6;
-constexpr double z_error = 0.3; // pulses; the card moves Z with the steps of the circle, not with its angle
+constexpr double z_error = 0.03; // pulses; the card moves Z with the steps of the circle, not with its angle
+
+int Treads(double low_pps, double high_pps, double jump_pps)
+{
+    return low_pps < high_pps * same_speed ? static_cast<int>(std::ceil((high_pps - low_pps) / jump_pps)) : 0;
+}
 
 // The work of MakeArcMoves for one arc.
 class ArcCutter
@@ -56,12 +61,10 @@ class ArcCutter
     Pulses at_;
     double share_;
     double longest_share_ = 1;
-    double limit_pps_ = 0;
 };
 
 void ArcCutter::Cut(const MoveSpeeds &speeds, const RampMaker &ramps)
 {
-    limit_pps_ = speeds.limit_pps;
     const double highest = speeds.limit_pps / arc_speed_divisor;
     const double entry = std::min(highest, speeds.entry_pps * path_.Pace(share_));
     const double exit = std::min(highest, speeds.exit_pps * path_.Pace(1));
@@ -78,22 +81,26 @@ void ArcCutter::Cut(const MoveSpeeds &speeds, const RampMaker &ramps)
     RunTo(1, exit);
 }
 
-// Each tread at the speed that the ramp has at its beginning, so that the first is as slow as what came before.
+// Each tread at the speed that the ramp has at its slower end, so that the first is as slow as what came before.
 void ArcCutter::Climb(double from_pps, double to_pps, double jump_pps, double accel_pps2)
 {
-    for (double pps = from_pps; pps < to_pps * same_speed; pps += jump_pps) {
-        const double next = std::min(pps + jump_pps, to_pps);
+    const int treads = Treads(from_pps, to_pps, jump_pps);
+    double pps = from_pps;
+    for (int i = 1; i <= treads; ++i) {
+        const double next = from_pps + (to_pps - from_pps) * i / treads;
         Run((next * next - pps * pps) / (2 * accel_pps2), pps);
+        pps = next;
     }
 }
 
 void ArcCutter::Descend(double from_pps, double to_pps, double jump_pps, double decel_pps2)
 {
-    const double treads = std::ceil((from_pps - to_pps) / jump_pps);
-    double above = from_pps;
-    for (double pps = to_pps + (treads - 1) * jump_pps; pps >= to_pps; pps -= jump_pps) {
-        Run((above * above - pps * pps) / (2 * decel_pps2), pps);
-        above = pps;
+    const int treads = Treads(to_pps, from_pps, jump_pps);
+    double pps = from_pps;
+    for (int i = 1; i <= treads; ++i) {
+        const double next = from_pps + (to_pps - from_pps) * i / treads;
+        Run((pps * pps - next * next) / (2 * decel_pps2), next);
+        pps = next;
     }
 }
 
@@ -118,21 +125,18 @@ void ArcCutter::CutPiece(double from, double to, double pps)
     const double length = path_.Length() * (to - from);
     const double bulge = Bulge(turn, length);
     const Pulses end = EndOf(to);
-    const bool closed = turn >= whole_turn && end[0] == at_[0] && end[1] == at_[1];
+    const bool meets = end[0] == at_[0] && end[1] == at_[1];
+    const bool closed = meets && turn >= whole_turn;
     const bool level = path_.Line().delta[2] == 0;
-    if (end == at_ && !closed) {
+    if (end == at_ && length < shortest_arc) {
         return;
     }
     if (bulge <= flat || (length < shortest_arc && bulge <= line_bulge) || length < 2) {
         return AddLine(from, to, end, pps);
     }
-    const bool curved = level || limits_.helices;
-    if (curved && length >= shortest_arc && (closed ? level : to - from <= longest_share_) &&
-        AddArc(from, to, end, pps)) {
+    if ((level || limits_.helices) && length >= shortest_arc &&
+        (closed ? level : !meets && to - from <= longest_share_) && AddArc(from, to, end, pps)) {
         return;
-    }
-    if (!curved && bulge <= line_bulge) {
-        return AddLine(from, to, end, pps);
     }
     const double middle = (from + to) / 2;
     CutPiece(from, middle, pps);
@@ -180,7 +184,7 @@ bool ArcCutter::AddArc(double from, double to, const Pulses &end, double pps)
 void ArcCutter::AddLine(double from, double to, const Pulses &end, double pps)
 {
     CardMove move;
-    const double path_pps = std::min(limit_pps_, pps / path_.Pace((from + to) / 2));
+    const double path_pps = std::min(max_speed_pps, pps / path_.Pace((from + to) / 2));
     move.target = end;
     move.start_pps = move.max_pps = static_cast<std::uint32_t>(std::lround(std::max(1.0, path_pps)));
     move.end_share = to;

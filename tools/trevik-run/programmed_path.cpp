@@ -148,6 +148,24 @@ double ProgrammedPath::UnitsPerStep(double share) const
     return steps > 0 ? FeedLength({}, way) / steps : 0;
 }
 
+// Nearer to the position along the tangent.
+double ProgrammedPath::Improved(double share, const Pulses &position) const
+{
+    constexpr int improvements = 3;
+    for (int i = 0; i < improvements; ++i) {
+        const Vec4 place = At(share);
+        const Vec4 slope = Slope(share);
+        double along = 0;
+        double square = 0;
+        for (std::size_t axis = 0; axis < axis_count; ++axis) {
+            along += (position[axis] - place[axis]) * slope[axis];
+            square += slope[axis] * slope[axis];
+        }
+        share = std::clamp(share + along / square, 0.0, 1.0);
+    }
+    return share;
+}
+
 double ProgrammedPath::NearestShare(const Pulses &position) const
 {
     if (curved_) {
@@ -160,7 +178,8 @@ double ProgrammedPath::NearestShare(const Pulses &position) const
     return line_.square > 0 ? std::clamp(along / line_.square, 0.0, 1.0) : 0;
 }
 
-// By the angle seen from the center. Where a whole turn meets its beginning, Z tells one end from the other.
+// By the angle seen from the center, for a helix by Z too. Where a whole turn meets its beginning, Z tells one end
+// from the other.
 double ProgrammedPath::NearestOfArc(const Pulses &position) const
 {
     const double angle =
@@ -168,8 +187,8 @@ double ProgrammedPath::NearestOfArc(const Pulses &position) const
     const double ahead = (angle - arc_.angle) / arc_.sweep;
     const double turn = whole_turn / std::fabs(arc_.sweep);
     const double share = ahead - std::floor(ahead / turn) * turn; // from 0 to a whole turn
-    const double inside = std::min(share, 1.0);
-    if (share > 0.01 && share < 0.99) {
+    const double inside = line_.delta[2] == 0 ? std::min(share, 1.0) : Improved(std::min(share, 1.0), position);
+    if (inside > 0.01 && inside < 0.99) {
         return inside;
     }
     const auto square_at = [&](double at) {

@@ -41,6 +41,7 @@ class ProgrammedPath
     double UnitsPerStep(double share) const;
 
   private:
+    double Improved(double share, const Pulses &position) const;
     double NearestOfArc(const Pulses &position) const;
 
     PathLine line_;
