@@ -52,14 +52,14 @@ extern "C" {
 #define TREVIK_ERR_OPEN 101u               /* start-up found no card that could be opened */
 #define TREVIK_ERR_CARD 300u               /* card number above 15 */
 #define TREVIK_ERR_AXIS 301u               /* axis number above 3 */
-#define TREVIK_ERR_PARAM 302u              /* an argument outside its range, or a move of distance 0 */
+#define TREVIK_ERR_PARAM 302u              /* an argument outside its range, or a single-axis move of 0 */
 #define TREVIK_ERR_BUSY 303u               /* an axis is not idle and not in continuous mode */
 #define TREVIK_ERR_QUEUE_FULL 304u         /* continuous mode: the next-move registers are still occupied */
 #define TREVIK_ERR_NOT_MOVING 305u         /* an on-the-fly change, but no such motion is running */
 #define TREVIK_ERR_CONTINUOUS_MIX 306u     /* some axes of the move are in continuous mode and some are not */
-#define TREVIK_ERR_ARC_AS_LINE 308u        /* the arc could not be drawn; a straight line was made instead */
+#define TREVIK_ERR_ARC_AS_LINE 308u        /* no such arc; see the function: a line was tried, or nothing */
 #define TREVIK_ERR_FILE 309u               /* the configuration file could not be opened or is too short */
-#define TREVIK_ERR_CIRCLE_AS_DIAMETER 311u /* collinear points: the circle over the diameter was drawn */
+#define TREVIK_ERR_CIRCLE_AS_DIAMETER 311u /* collinear points: the circle over them was tried */
 
 /* ---- Library ------------------------------------------------------------------------------------------------ */
 
@@ -83,7 +83,7 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_close(void);
 
 /* Fixes the speed unit of an axis to the one that suits `speed` (pulses/s): velocity moves, homing, arcs, and
  * whatever is moved or changed in continuous mode, use it until TrevikA_velocity_range_unfix. Moves that follow one
- * another without a stop need it.
+ * another without a stop need it. Of a line or arc the first axis counts, of a helix axis 2.
  *   TREVIK_ERR_PARAM  speed above 6,553,500 */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_range_fix(uint8_t card, uint8_t axis, uint32_t speed);
 
@@ -219,7 +219,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_home_search(uint8_t card, uint8_t axis, 
  *   start_speed, max_speed   pulses/s along the path; max_speed at most 6,553,500
  *   accel_ms, decel_ms       ramp times as in TrevikA_T_position_move
  *   trigger      0 to 2 as in TrevikA_T_position_move; LINE4: 0 or 1
- * A distance of 0 is allowed. Results:
+ * A distance of 0 is allowed. A refused max_speed has already moved the positions from which later relative moves
+ * count. Results:
  *   TREVIK_ERR_PARAM           trigger or axis_set above its range; max_speed above 6,553,500
  *   TREVIK_ERR_CONTINUOUS_MIX  some axes of the set are in continuous mode and some are not
  *   TREVIK_ERR_BUSY            an axis of the set is moving (not in continuous mode)
@@ -238,7 +239,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_T_LINE4_move(uint8_t card, int32_t pos_0
                                                      uint8_t trigger);
 
 /* The same with S-curve ramps. For LINE2 and LINE3 accel_ms and decel_ms are the LINEAR part of each ramp and
- * s_accel_ms and s_decel_ms each of its two curved parts: the whole ramp lasts linear + 2 x curved.
+ * s_accel_ms and s_decel_ms each of its two curved parts: the whole ramp lasts linear + 2 x curved; without a
+ * linear part there is no ramp at all.
  * For LINE4 accel_ms and decel_ms are the WHOLE ramp and s_accel_ms and s_decel_ms each of its two curved parts;
  * TREVIK_ERR_PARAM, before anything else, when a ramp is shorter than twice its curved part.
  * A curved part of 0 makes the whole ramp curved. */
@@ -259,25 +261,27 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0
 /* Two axes along a circle, from where their last moves end.
  *   axis_pair    0: axes 0 1, 1: 0 2, 2: 0 3, 3: 1 2, 4: 1 3, 5: 2 3; _a and _b are the first and the second axis
  *   center_...   the circle's center; it is not checked against the end
- *   mid_...      a point on the way; the arc goes through it
+ *   mid_...      a point on the way. The center found from it is whole pulses, one coordinate computed from the
+ *                other: the nearer the point lies to the first axis through the start, the farther the end may be
+ *                off the circle
  *   radius       pulses; with direction, its sign chooses between the two circles through start and end. Below half
  *                the way to the end, the middle of the way is the center
  *   p1_, p2_, point_  points on a full circle (CIR), which ends where it starts
  *   abs          not 0: all coordinates are absolute positions, otherwise they are distances from the start
  *   abs_flags    the same by axis NUMBER, 4 bytes
- *   speed, start_speed, max_speed   pulses/s along the path, at most 7,281,396
+ *   speed, start_speed, max_speed   pulses/s along the path, at most 7,281,396 (constant speed: 7,281,397)
  *   accel_ms     ms of both ramps; s_ms: of each curved section (S); when the ramp is shorter than two of them the
  *                whole ramp is curved
  *   dir          0: clockwise with axis a to the right and b up; otherwise counter-clockwise
  *   trigger      as in TrevikA_T_position_move
  * Ends are whole pulses and rarely lie on the circle: the next relative move starts from the planned end. Results:
- *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps and
- *                              a radius: the end is the start
+ *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps
+ *                              and a radius: the end is the start
  *   TREVIK_ERR_CONTINUOUS_MIX, TREVIK_ERR_BUSY, TREVIK_ERR_QUEUE_FULL   as in the lines
- *   TREVIK_ERR_ARC_AS_LINE     the points lie in a line: a straight move to the end was made instead (not by
- *                              TrevikA_T_CIR_3P_move, which moves nothing)
+ *   TREVIK_ERR_ARC_AS_LINE     the points lie in a line: a straight move to the end was tried instead,
+ *                              whose own result is not told (TrevikA_T_CIR_3P_move tries nothing)
  *   TREVIK_ERR_CIRCLE_AS_DIAMETER   TrevikA_CIR_3P_move, the points lie in a line: the circle over the way from the
- *                              start to p2 was made */
+ *                              start to p2 was tried, whose own result is not told */
 
 /* At constant speed. A radius arc whose end is its start moves nothing. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_ARC_center_move(uint8_t card, uint8_t axis_pair, int32_t center_a,
@@ -350,10 +354,10 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CIR_Radius_move(uint8_t card, uint8_t 
  *   end_z        axis 2, absolute or relative by abs_flags[2]
  *   start_speed, max_speed   pulses/s of the leading axis; at most 6,553,500
  *   trigger      0 or 1
- * Results as in the arcs; no axis_pair. With TREVIK_ERR_ARC_AS_LINE nothing moves, but for
- * TrevikA_T_ArcXY_LineZ_3P_move, which makes a line of three axes. S-curve: TREVIK_ERR_PARAM, before anything else but
- * the model check, when the ramp is shorter than its two curved sections; TrevikA_S_ArcXY_LineZ_center_move makes the
- * whole ramp curved instead. */
+ * Results as in the arcs; no axis_pair. With TREVIK_ERR_ARC_AS_LINE nothing moves, but
+ * TrevikA_T_ArcXY_LineZ_3P_move tries a line of three axes (and takes trigger 2 then). S-curve: TREVIK_ERR_PARAM,
+ * before anything else but the model check, when the ramp is shorter than its two curved sections;
+ * TrevikA_S_ArcXY_LineZ_center_move makes the whole ramp curved instead. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_T_ArcXY_LineZ_center_move(uint8_t card, int32_t center_x, int32_t center_y,
                                                                   int32_t end_x, int32_t end_y, int32_t end_z,
                                                                   const uint8_t *abs_flags, uint32_t start_speed,
@@ -407,8 +411,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_CirXY_LineZ_Radius_move(uint8_t card, 
 
 /* ---- Continuous motion -------------------------------------------------------------------------------------- */
 
-/* flag not 0: later position and line moves of the axis are queued behind the running one and follow it without a
- * stop. flag 0: moves need an idle axis. For an even speed across queued moves fix the speed range too. */
+/* flag not 0: later moves of the axis, velocity moves excepted, are queued behind the running one and follow it
+ * without a stop. flag 0: moves need an idle axis. For an even speed across queued moves fix the speed range. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_continuous_flag_set(uint8_t card, uint8_t axis, uint8_t flag);
 
 /* full = 1 while a queued move waits: another one would be refused with TREVIK_ERR_QUEUE_FULL. */
@@ -433,7 +437,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_current_position_set(uint8_t card, uint8
 /* ---- Handwheel (manual pulser) ------------------------------------------------------------------------------ */
 /* Axes follow a handwheel in software: every 20 ms, on a thread of its own, the library sends each following axis
  * to its new target. Following runs from TrevikA_initial to the end of the process. An application move on a
- * following axis competes with it. */
+ * following axis competes with it. Call TrevikA_initial once: each further call that finds cards adds one more such
+ * task, and the speeds, which are averages over its rounds, get too low. */
 
 /* Input format (0 to 3) and option (0 to 1) of an axis's handwheel input. Read: both are 0 when the driver refuses.
  *   TREVIK_ERR_PARAM  above these ranges */

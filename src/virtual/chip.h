@@ -202,6 +202,7 @@ class Chip
     void replan(Section &leader, const Moment &now);
     void retarget(Section &section, const Moment &now);
     void mode_written(Section &section, const Moment &now);
+    void line_changed(Section &section, const Moment &now);
     void distance_written(Section &section, const Moment &now);
     bool can_restart(const Section &leader, unsigned axis_set);
     void restart(unsigned axis_set, const Moment &now);

@@ -114,9 +114,36 @@ void Chip::mode_written(Section &section, const Moment &now)
     const std::uint32_t mode = section.reg(Register::MODE);
     if (KindOf(mode) != section.kind)
         return;
+    if (section.kind == Kind::Line)
+        line_changed(section, now);
     if (section.kind == Kind::Positioning ||
         (section.kind == Kind::Continuous && section.target != OperationDistance(mode, 0)))
         retarget(section, now);
+}
+
+// All registers of a running line count once the last of its axes has its mode word: from where the axes are they go
+// straight to the new end, the longest of them at the speed that the longest had.
+void Chip::line_changed(Section &section, const Moment &now)
+{
+    Section &old = leader_of(section);
+    const unsigned group = old.group;
+    const unsigned up_to_here = (2u << (&section - sections_.data())) - 1;
+    bool line = section.state == State::Running && !old.stopping && (group & ~up_to_here) == 0;
+    each(group, [&](unsigned, const Section &axis) { line = line && axis.kind == Kind::Line; });
+    if (!line)
+        return;
+    const double pps = old.profile.speed_at(old.start_time.seconds_until(now));
+    settle_group(old, leader_pulses(old, now.ns));
+    each(group, [](unsigned, Section &axis) {
+        axis.distance = axis.target = static_cast<std::int32_t>(axis.reg(Register::DISTANCE)) - axis.origin;
+    });
+    Section &leader = sections_[choose_leader(group)];
+    launch(leader, now);
+    if (leader.state == State::Running && leader.longest != 0) {
+        leader.profile.plan_from(pps, leg_input(leader));
+        leader.due = now.later(leader.profile.duration_s());
+    }
+    update_next_event(now.ns);
 }
 
 // An interrupted operation is forgotten when its distance is written.

@@ -189,6 +189,12 @@ void SpeedProfile::plan(const ProfileInput &input)
     }
 }
 
+void SpeedProfile::plan_from(double pps, const ProfileInput &input)
+{
+    begin(0, 0, pps);
+    plan_rest(input);
+}
+
 void SpeedProfile::replan(double now_s, const ProfileInput &input)
 {
     begin(now_s, distance_at(now_s), speed_at(now_s));

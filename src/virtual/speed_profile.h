@@ -38,6 +38,9 @@ class SpeedProfile
     // The whole operation, from its start at time 0.
     void plan(const ProfileInput &input);
 
+    // An operation that is under way at a speed already.
+    void plan_from(double pps, const ProfileInput &input);
+
     // The same operation with another distance or other registers from time `now_s` on: it goes on from where it is
     // at the speed it has. Does not look whether the end can still be reached without overshooting.
     void replan(double now_s, const ProfileInput &input);

@@ -1,6 +1,8 @@
 // Arcs, circles and helices as the virtual card makes them: on the circle at any time, ends exact.
 #include "support/virtual_machine.h"
 
+#include <trevik/Trevik.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -172,4 +174,21 @@ TEST_CASE("a stopped arc restarts on its circle; a limit on the way stops it on 
     RunToEnd();
     CHECK(VirtualMachine::at(1) == -1234);
     CHECK(VirtualMachine::at(0) > 9000);
+}
+
+TEST_CASE("a running line changes its end: straight on from where it is, at the speed it has")
+{
+    const VirtualMachine machine;
+    REQUIRE(TrevikA_T_LINE2_move(0, 0, 10000, 0, relative, 500, 10000, 100, 100, 0) == TREVIK_OK);
+    TrevikHost_advance(0.5);
+    const double before = VirtualMachine::speed(0);
+    const int from = VirtualMachine::at(0);
+    REQUIRE(Trevik_OnLine_T_curve_change_LINE2(0, 0, 20000, -3000, 1, 500, 10000, 0.1, 0.1) == TREVIK_OK);
+    CHECK(VirtualMachine::speed(0) == doctest::Approx(before).epsilon(0.001));
+    while (!VirtualMachine::idle(0)) {
+        TrevikHost_advance(0.003);
+        const double share = (VirtualMachine::at(0) - from) / (20000.0 - from);
+        CHECK(std::abs(VirtualMachine::at(1) + 3000 * share) <= 1);
+    }
+    CHECK((VirtualMachine::at(0) == 20000 && VirtualMachine::at(1) == -3000));
 }
