@@ -155,6 +155,21 @@ TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the progr
     }
 }
 
+TEST_CASE("run: a helix turns axis 3 unless A is to be kept")
+{
+    for (const bool keep_a : {false, true}) {
+        FreshCard();
+        Options options = QuietOptions();
+        options.machine.keep_a = keep_a;
+        Report report;
+        REQUIRE(RunPart("F1200 G2 I5 Z-1", options, report) == RunEnd::completed);
+        CHECK(report.position == report.programmed);
+        std::int32_t a_pulses = -1;
+        REQUIRE(TrevikVirtual_position_read(0, 3, &a_pulses) == TREVIK_OK);
+        CHECK((a_pulses == 0) == keep_a);
+    }
+}
+
 TEST_CASE("run: an arc between lines along the axes takes the time of its feed")
 {
     FreshCard();

@@ -104,7 +104,7 @@ bool Executor::RunLine(const ProgrammedPath &path, const MoveSpeeds &speeds, con
 bool Executor::RunArc(const ProgrammedPath &path, const MoveSpeeds &speeds, const RampMaker &ramps)
 {
     const Move &move = program_.moves[next_move_];
-    const bool helices = (checked_.axes >> angular_axis & 1U) == 0;
+    const bool helices = !machine_.keep_a && (checked_.axes >> angular_axis & 1U) == 0;
     MakeArcMoves(path, {handed_share_, commanded_, ToPulses(move.target, machine_)}, speeds, ramps,
                  {machine_.start_pps, helices}, arc_moves_);
     for (const CardMove &piece : arc_moves_) {

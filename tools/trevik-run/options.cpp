@@ -47,6 +47,10 @@ void AddMachineOptions(CLI::App &app, Machine &machine)
                    "ms from the start speed to the rapid speed of the finest of X Y Z; slower moves ramp with the "
                    "same acceleration, and no ramp is steeper than the card's registers allow (default 100)")
         ->check(CLI::Range(1, 60000));
+    app.add_flag(
+        "--keep-a", machine.keep_a,
+        "axis 3 has a motor: cut helices as short lines; the card's own helices count their steps on axis 3, "
+        "which turns. Always so in parts with A words");
     app.add_flag("--s-curve", machine.s_curve, "wholly curved ramps instead of straight ones");
     app.add_option("--corner-angle", machine.corner_degrees,
                    "degrees; sharper corners are taken at the start speed, gentler ones without slowing down "
