@@ -6,9 +6,11 @@
 #include <random>
 #include <string>
 
+#include "trevik-run/arc_moves.h"
 #include "trevik-run/card_moves.h"
 #include "trevik-run/checker.h"
 #include "trevik-run/interpreter.h"
+#include "trevik_run/random_part.h"
 
 using namespace trevik_run;
 
@@ -148,6 +150,67 @@ TEST_CASE("card moves: of a random contour stay under the feed, fit their ramps 
     }
 }
 
+TEST_CASE("arc moves: of random contours join, keep to the feed and change speed in steps that motors take")
+{
+    // Of the leading axis; a whole speed, and the card's divisor, round it.
+    const auto pace = [](const CardMove &move, const ProgrammedPath &path, double share) {
+        return move.shape == Shape::arc ? move.max_pps / arc_speed_divisor : move.max_pps * path.Pace(share);
+    };
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        const Planned p(RandomArcs(seed, 300));
+        Vec4 from = p.program.start;
+        std::vector<CardMove> pieces;
+        double speed = p.machine.start_pps; // along the path, where the last move ended
+        for (std::size_t i = 0; i < p.program.moves.size(); ++i) {
+            const Move &move = p.program.moves[i];
+            const ProgrammedPath path = PathOf(p.program, move, from, p.machine);
+            const double exit = ExitSpeed(p.program, i, p.machine);
+            CAPTURE(seed);
+            CAPTURE(move.line);
+            from = move.target;
+            if (path.Curved()) {
+                const Pulses to = ToPulses(move.target, p.machine);
+                const Pulses begin = ToPulses({path.Line().from[0] / 400, path.Line().from[1] / 400}, p.machine);
+                MakeArcMoves(path, {0, begin, to}, {move.entry_pps, exit, move.speed_pps}, p.ramps,
+                             {p.machine.start_pps, true}, pieces);
+                REQUIRE(!pieces.empty());
+                REQUIRE(pieces.back().target == to);
+                double last = speed * path.Pace(0);
+                double share = 0;
+                for (const CardMove &piece : pieces) {
+                    const double now = pace(piece, path, (share + piece.end_share) / 2);
+                    REQUIRE(now <= move.speed_pps / arc_speed_divisor + 1);
+                    REQUIRE(std::fabs(now - last) <= 1.01 * p.machine.start_pps + 1);
+                    REQUIRE(piece.end_share > share);
+                    last = now;
+                    share = piece.end_share;
+                }
+                REQUIRE(share == 1);
+                REQUIRE(std::fabs(last - exit * path.Pace(1)) <= 1.01 * p.machine.start_pps + 1);
+            }
+            speed = exit;
+        }
+    }
+}
+
+TEST_CASE("planner: a tangent is run through at the path speed that both moves can have there")
+{
+    // Into an arc along X, out of it at 45 degrees, where its leading axis is slower than the path.
+    const Planned p("G1 F1500 X10\nG3 X24.142 Y5.858 J20\nG1 X34.142 Y15.858\nG1 Y0");
+    const double feed = 10000;
+    CHECK(p.program.moves[1].entry_pps == doctest::Approx(feed / arc_speed_divisor).epsilon(0.001));
+    CHECK(p.program.moves[2].entry_pps == doctest::Approx(feed));
+    CHECK(p.program.moves[3].entry_pps == 800); // a corner
+}
+
+TEST_CASE("checker: small circles are run no faster than the ramps' acceleration allows")
+{
+    const Planned p("G1 F3000 X1\nG2 I1\nG2 I100");
+    const double accel_pps2 = WantedAcceleration(p.machine);
+    CHECK(p.program.moves[1].speed_pps == doctest::Approx(std::sqrt(accel_pps2 * 400)));
+    CHECK(p.program.moves[2].speed_pps == doctest::Approx(20000));
+}
+
 TEST_CASE("checker: what the card cannot express is refused with its line")
 {
     const auto line_of = [](const std::string &text, const Machine &machine) -> std::uint32_t {
@@ -163,6 +226,7 @@ TEST_CASE("checker: what the card cannot express is refused with its line")
     CHECK(line_of("G0 X1\nX5368709.11", machine) == 0);
     CHECK(line_of("G0 X1\nX5368709.13", machine) == 2);
     CHECK(line_of("G0 X5000000\nX-5000000", machine) == 2);
+    CHECK(line_of("F600\nG2 X1 R5368710", machine) == 2);
     CHECK(line_of("G1 F983025 X1", machine) == 0); // 6,553,500 pulses/s
     CHECK(line_of("G1 F1000 X1\nF983026 X2", machine) == 2);
 }

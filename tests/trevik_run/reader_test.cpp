@@ -82,10 +82,56 @@ TEST_CASE("reader: feeds in inches, and of the turning axis alone")
     CHECK(program.moves[3].rate == 254); // a feed keeps its meaning when the unit changes
 }
 
+TEST_CASE("reader: every form of an arc")
+{
+    constexpr double turn = 360;
+    struct Case {
+        const char *text;
+        double x, y, radius, end_radius, sweep_degrees;
+    };
+    const Case cases[] = {
+        {"G2 X20 I10", 10, 0, 10, 10, -180},
+        {"G3 X20 I10 J0 K0", 10, 0, 10, 10, 180},
+        {"G3 X10 Y10 J10", 0, 10, 10, 10, 90},
+        {"G2 X10 Y10 J10", 0, 10, 10, 10, -270},
+        {"G2 X10 Y10 R10", 10, 0, 10, 10, -90},
+        {"G3 X10 Y10 R10", 0, 10, 10, 10, 90},
+        {"G2 X10 Y10 R-10", 0, 10, 10, 10, -270},
+        {"G3 X10 Y10 R-10", 10, 0, 10, 10, 270},
+        {"G3 X20 R9.996", 10, 0, 10, 10, 180}, // shorter than half the way by less than the tolerance
+        {"G2 I5", 5, 0, 5, 5, -turn},
+        {"G3 X0 Y0 J-5", 0, -5, 5, 5, turn},
+        {"G3 I5 Z-1", 5, 0, 5, 5, turn},
+        {"G3\nX20 I10", 10, 0, 10, 10, 180}, // modal
+        {"G2 X20 I10.004", 10.004, 0, 10.004, 9.996, -180},
+        {"G90.1 G2 X20 I10 J0", 10, 0, 10, 10, -180},
+        {"G92 X100\nG90.1 G2 X120 I110 J0", 10, 0, 10, 10, -180},
+        {"G90.1\nG91.1 G2 X20 I10", 10, 0, 10, 10, -180},
+        {"G91 G2 X20 I10", 10, 0, 10, 10, -180},
+        {"G20 G2 X2 R1", 25.4, 0, 25.4, 25.4, -180},
+    };
+    for (const Case &c : cases) {
+        CAPTURE(std::string(c.text));
+        const Program program = Read("F600\n" + std::string(c.text));
+        REQUIRE(program.moves.size() == 1);
+        REQUIRE(program.arcs.size() == 1);
+        const Arc &arc = program.arcs[program.moves[0].arc];
+        CHECK(arc.x == doctest::Approx(c.x));
+        CHECK(arc.y == doctest::Approx(c.y));
+        CHECK(arc.radius == doctest::Approx(c.radius));
+        CHECK(arc.end_radius == doctest::Approx(c.end_radius));
+        CHECK(arc.sweep * 180 / 3.14159265358979 == doctest::Approx(c.sweep_degrees));
+    }
+    CHECK(
+        ReadProgram("F1 G2 X20 I10.2", {.block_delete = false, .start = {}, .arc_tolerance_mm = 0.5}).arcs.size() ==
+        1);
+}
+
 TEST_CASE("reader: lines with a slash are executed unless they are to be deleted")
 {
     CHECK(Read("/G0 X1\nG0 X2").moves.size() == 2);
-    CHECK(ReadProgram("/G0 X1\nG0 X2", {.block_delete = true, .start = {}}).moves.size() == 1);
+    CHECK(ReadProgram("/G0 X1\nG0 X2", {.block_delete = true, .start = {}, .arc_tolerance_mm = 0}).moves.size() ==
+          1);
 }
 
 TEST_CASE("reader: every error names line, column and word")
@@ -98,8 +144,19 @@ TEST_CASE("reader: every error names line, column and word")
         const char *what; // a part of the message
     };
     const Case cases[] = {
-        {"G0 X1\nG2 X1 I1", 2, 1, "G2", "arcs are not supported yet"},
-        {"G17 G 3 X1", 1, 5, "G 3", "arcs"},
+        {"F9 G2 X2", 1, 4, "G2", "its center (I, J) or its radius (R)"},
+        {"G 2 X2 I1", 1, 1, "G 2", "without a feed"},
+        {"F9\nG2 X20 I10.02", 2, 8, "I10.02", "begins 10.02 mm and ends 9.98 mm from it"},
+        {"F9\nG3 X20 R9.97", 2, 8, "R9.97", "the radius 9.97 mm is less than half the way to the end, 10 mm"},
+        {"F9 G2 R5", 1, 7, "R5", "must end elsewhere"},
+        {"F9 G2 X1 I0 J0", 1, 10, "I0", "is where it begins"},
+        {"F9 G2 X1 I1 R5", 1, 13, "R5", "a radius and a center"},
+        {"F9 G90.1 G2 X2 I1", 1, 16, "I1", "both I and J"},
+        {"F9 G2 X2 I1 A5", 1, 13, "A5", "A cannot turn along an arc"},
+        {"F9 G2 X2 I1 K1", 1, 13, "K1", "other planes"},
+        {"F9 G2 X2 I1 I1", 1, 13, "I1", "second I"},
+        {"F9 G1 X2\nX3 J1", 2, 4, "J1", "write G2 or G3"},
+        {"F9 G53 G2 X2 I1", 1, 4, "G53", "G0 or G1"},
         {"G18", 1, 1, "G18", "XY plane"},
         {"G19", 1, 1, "G19", "XY plane"},
         {"G28.1", 1, 1, "G28.1", "machine zero"},
@@ -155,7 +212,7 @@ TEST_CASE("reader: every error names line, column and word")
         CAPTURE(error.what);
         CHECK(error.what.find(c.what) != std::string::npos);
     }
-    CHECK(ErrorOf("\nG2").Message("a.ngc").rfind("a.ngc:2:1: G2: arcs", 0) == 0);
+    CHECK(ErrorOf("\nG2 X1").Message("a.ngc").rfind("a.ngc:2:1: G2: an arc", 0) == 0);
     CHECK(ErrorOf("X1 \x1b[m").Message("a.ngc").rfind("a.ngc:1:4: \\x1B: a word", 0) == 0);
 }
 

@@ -11,6 +11,7 @@
 #include "trevik-run/interrupt.h"
 #include "trevik-run/svg.h"
 #include "trevik-run/trace.h"
+#include "trevik_run/random_part.h"
 
 using namespace trevik_run;
 
@@ -121,6 +122,62 @@ TEST_CASE("run: parts stay within a pulse of the programmed path and end exactly
     }
 }
 
+TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the programmed curves and end exactly")
+{
+    struct Case {
+        const char *name;
+        std::string text;
+        double pulses_per_mm_x;
+    };
+    const std::string circles = "F1200 G0 X30 Y1\nG2 I-10\nG3 I0.5\nG3 I0.001\nG2 I-10 Z-3\nG0 X0 Y0";
+    const Case cases[] = {
+        {"arcs", RandomArcs(1, 300), 400},
+        {"coarse", RandomArcs(2, 300), 12},
+        {"ellipses", RandomArcs(3, 300), 333},
+        {"helices", RandomArcs(4, 300, 0.5), 400},
+        {"steep helices", RandomArcs(5, 200, 5), 400},
+        {"helices of a part that uses A", "G0 A90\n" + RandomArcs(6, 200, 0.5), 400},
+        {"circles", circles, 400},
+    };
+    for (const Case &c : cases) {
+        CAPTURE(std::string(c.name));
+        FreshCard();
+        Options options = QuietOptions();
+        options.machine.pulses_per_unit[0] = c.pulses_per_mm_x;
+        options.machine.pulses_per_unit[1] = c.pulses_per_mm_x == 333 ? 400 : c.pulses_per_mm_x;
+        options.sample_ms = 0.2;
+        Report report;
+        REQUIRE(RunPart(c.text, options, report) == RunEnd::completed);
+        CHECK(report.position == report.programmed);
+        CHECK(report.segments_done == report.segments);
+        CHECK(report.deviation.LargestPulses() <= 1);
+        CHECK(report.deviation.LargestPulses() > 0.5); // it was measured
+    }
+}
+
+TEST_CASE("run: a helix turns axis 3 unless A is to be kept")
+{
+    for (const bool keep_a : {false, true}) {
+        FreshCard();
+        Options options = QuietOptions();
+        options.machine.keep_a = keep_a;
+        Report report;
+        REQUIRE(RunPart("F1200 G2 I5 Z-1", options, report) == RunEnd::completed);
+        CHECK(report.position == report.programmed);
+        std::int32_t a_pulses = -1;
+        REQUIRE(TrevikVirtual_position_read(0, 3, &a_pulses) == TREVIK_OK);
+        CHECK((a_pulses == 0) == keep_a);
+    }
+}
+
+TEST_CASE("run: an arc between lines along the axes takes the time of its feed")
+{
+    FreshCard();
+    Report report;
+    REQUIRE(RunPart("F600 G1 X20\nG3 X40 Y20 J20\nG1 Y40", QuietOptions(), report) == RunEnd::completed);
+    CHECK(report.machine_s == doctest::Approx(7.14).epsilon(0.02)); // 71.4 mm at 10 mm/s
+}
+
 TEST_CASE("run: a second run starts where the first one ended")
 {
     FreshCard();
@@ -154,13 +211,14 @@ TEST_CASE("run: an interrupt among lines too short to stop on slows down along t
             speed_mm_min = sample.speed_mm_min > 0 ? sample.speed_mm_min : speed_mm_min;
         }
     };
-    for (const bool four_axes : {false, true}) {
+    const std::string arcs = RandomArcs(7, 300);
+    for (const std::string &part :
+         {Ring(false), Ring(true), arcs, std::string("F1800 G2 I8\nG2 I8 Z-3\nG2 I8 Z-6")}) {
         FreshCard();
         SlowestMoving sink;
         Report report;
-        CHECK(RunWithSink(Ring(four_axes), sink, report) == RunEnd::interrupted);
-        CHECK(report.segments_done > 20);
-        CHECK(report.segments_done < 180);
+        CHECK(RunWithSink(part, sink, report) == RunEnd::interrupted);
+        CHECK(report.segments_done < report.segments);
         CHECK(sink.speed_mm_min < 300); // the last before the axes stood; the contour runs at 1800
         CHECK(report.deviation.LargestPulses() <= 1);
     }
@@ -199,7 +257,7 @@ TEST_CASE("run: nothing moves when the part has an error")
 {
     FreshCard();
     Report report;
-    CHECK_THROWS_AS(RunPart("G0 X10\nG2 X20 I5", QuietOptions(), report), PartError);
+    CHECK_THROWS_AS(RunPart("G0 X10\nG2 X20 I3 F100", QuietOptions(), report), PartError);
     std::int32_t pulses = -1;
     CHECK(TrevikVirtual_position_read(0, 0, &pulses) == TREVIK_OK);
     CHECK(pulses == 0);

@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr std::array<std::uint8_t, axis_count> all_absolute = {1, 1, 1, 1};
+constexpr std::uint8_t xy_pair = 0;
 constexpr std::array<std::uint32_t, 6> line2_sets = {0b0011, 0b0101, 0b1001, 0b0110, 0b1010, 0b1100};
 constexpr std::array<std::uint32_t, 4> line3_sets = {0b0111, 0b1011, 0b1101, 0b1110};
 
@@ -20,6 +21,11 @@ template <std::size_t size>
 std::uint8_t SelectorOf(const std::array<std::uint32_t, size> &sets, std::uint32_t axes)
 {
     return static_cast<std::uint8_t>(std::find(sets.begin(), sets.end(), axes) - sets.begin());
+}
+
+std::uint8_t DirectionOf(const CardMove &move)
+{
+    return move.clockwise ? 0 : 1;
 }
 
 } // namespace
@@ -135,12 +141,33 @@ std::uint32_t Card::Line4(const CardMove &move, const char *&call) const
                                 move.max_pps, move.accel_ms, move.decel_ms, 0);
 }
 
-bool Card::Line(const CardMove &move)
+std::uint32_t Card::Line(const CardMove &move, const char *&call) const
+{
+    return count_ == 2 ? Line2(move, call) : count_ == 3 ? Line3(move, call) : Line4(move, call);
+}
+
+std::uint32_t Card::Arc(const CardMove &move, const char *&call) const
+{
+    call = "TrevikA_ARC_center_move";
+    return TrevikA_ARC_center_move(number_, xy_pair, move.center[0], move.center[1], move.target[0], move.target[1],
+                                   1, move.max_pps, DirectionOf(move));
+}
+
+// With equal speeds it has no ramps.
+std::uint32_t Card::Helix(const CardMove &move, const char *&call) const
+{
+    call = "TrevikA_T_ArcXY_LineZ_center_move";
+    return TrevikA_T_ArcXY_LineZ_center_move(number_, move.center[0], move.center[1], move.target[0],
+                                             move.target[1], move.target[2], all_absolute.data(), move.max_pps,
+                                             move.max_pps, 0, DirectionOf(move), 0);
+}
+
+bool Card::Make(const CardMove &move)
 {
     const char *call = nullptr;
-    const std::uint32_t result = count_ == 2   ? Line2(move, call)
-                                 : count_ == 3 ? Line3(move, call)
-                                               : Line4(move, call);
+    const std::uint32_t result = move.shape == Shape::line  ? Line(move, call)
+                                 : move.shape == Shape::arc ? Arc(move, call)
+                                                            : Helix(move, call);
     return result != TREVIK_ERR_QUEUE_FULL && Check(call, result);
 }
 

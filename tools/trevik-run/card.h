@@ -29,7 +29,7 @@ class Card
     void Release();
 
     // False when the card has no room for it yet, or refused it: see Error.
-    bool Line(const CardMove &move);
+    bool Make(const CardMove &move);
     bool QueueFull();
     bool Idle();
     bool Stop(std::uint32_t decel_ms);
@@ -46,6 +46,9 @@ class Card
     std::uint32_t Line2(const CardMove &move, const char *&call) const;
     std::uint32_t Line3(const CardMove &move, const char *&call) const;
     std::uint32_t Line4(const CardMove &move, const char *&call) const;
+    std::uint32_t Line(const CardMove &move, const char *&call) const;
+    std::uint32_t Arc(const CardMove &move, const char *&call) const;
+    std::uint32_t Helix(const CardMove &move, const char *&call) const;
 
     std::uint8_t number_;
     std::uint8_t count_ = 0;

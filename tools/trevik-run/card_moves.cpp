@@ -187,7 +187,12 @@ void Splitter::Add(const Pulses &to, double start_pps, double max_pps, std::uint
                    std::uint32_t decel_ms, bool s_curve)
 {
     CardMove &move = out_.move[static_cast<std::size_t>(out_.count++)];
-    move = {to, WholeSpeed(start_pps), WholeSpeed(max_pps), accel_ms, decel_ms, s_curve};
+    move.target = to;
+    move.start_pps = WholeSpeed(start_pps);
+    move.max_pps = WholeSpeed(max_pps);
+    move.accel_ms = accel_ms;
+    move.decel_ms = decel_ms;
+    move.s_curve = s_curve;
 }
 
 } // namespace

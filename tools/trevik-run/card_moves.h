@@ -1,4 +1,4 @@
-// A planned move as the lines that the card makes of it.
+// A planned straight move as the lines that the card makes of it.
 //
 // The card does not blend: a queued line begins at its own start speed the moment the running one ends. A line
 // begins at its start speed when it ramps up and at its maximum speed otherwise; it ends at its start speed when it
@@ -15,6 +15,8 @@
 namespace trevik_run
 {
 
+enum class Shape : std::uint8_t { line, arc, helix };
+
 struct CardMove {
     Pulses target{};
     std::uint32_t start_pps = 0;
@@ -22,6 +24,10 @@ struct CardMove {
     std::uint32_t accel_ms = 0;
     std::uint32_t decel_ms = 0;
     bool s_curve = false;
+    Shape shape = Shape::line;
+    bool clockwise = false;
+    std::array<std::int32_t, 2> center{}; // of arcs and helices, which run at max_pps
+    double end_share = 1;                 // of the programmed move
 };
 
 // Begins and ends at these speeds as nearly as the card can; limit_pps is never exceeded.

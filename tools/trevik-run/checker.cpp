@@ -6,6 +6,9 @@
 #include <bit>
 #include <limits>
 
+#include "trevik-run/planner.h"
+#include "trevik-run/programmed_path.h"
+
 namespace trevik_run
 {
 namespace
@@ -23,6 +26,35 @@ void CheckTarget(const Move &move, const Machine &machine)
                                     "nearer to machine zero or use fewer pulses per unit",
                                     move.target[i], pulses)};
     }
+}
+
+// The whole circle has to fit, not only the arc: it is simpler, and nobody cuts such parts.
+void CheckCircle(const Move &move, const Arc &arc, const Machine &machine)
+{
+    for (std::size_t i = 0; i < 2; ++i) {
+        const double reach = std::fabs(i == 0 ? arc.x : arc.y) + std::max(arc.radius, arc.end_radius);
+        const double pulses = reach * machine.pulses_per_unit[i];
+        if (pulses > std::numeric_limits<std::int32_t>::max()) {
+            throw PartError{
+                move.line, 1, "G",
+                fmt::format("the circle of this arc reaches {:.0f} pulses from machine zero, beyond the "
+                            "card's 32 bits; write a line, or use fewer pulses per unit",
+                            pulses)};
+        }
+    }
+}
+
+// Along a circle the machine needs an acceleration towards the center; the start speed it takes round any corner.
+double CircleSpeed(const ProgrammedPath &path, const Machine &machine)
+{
+    return std::max(machine.start_pps, std::sqrt(WantedAcceleration(machine) * path.SmallestRadius()));
+}
+
+void FillPaces(const ProgrammedPath &path, Arc &arc)
+{
+    arc.steps = static_cast<float>(path.Steps());
+    arc.begin_pace = static_cast<float>(path.Pace(0));
+    arc.end_pace = static_cast<float>(path.Pace(1));
 }
 
 // The card takes a move's distance in 32 bits too.
@@ -78,13 +110,41 @@ std::uint32_t AtLeastTwo(std::uint32_t axes)
     return axes;
 }
 
-std::uint32_t MovingAxes(const Piece &piece)
+std::uint32_t MovingAxes(const Piece &piece, bool curved)
 {
-    std::uint32_t axes = 0;
+    std::uint32_t axes = curved ? 0b0011 : 0;
     for (std::size_t i = 0; i < axis_count; ++i) {
         axes |= (piece.delta[i] != 0 ? 1U : 0U) << i;
     }
     return axes;
+}
+
+// False where the card would make no pulse of it.
+bool MakesPulses(const ProgrammedPath &path, const Piece &piece)
+{
+    constexpr double smallest_circumference = 3; // of a circle that reaches another pulse
+    return piece.length > 0 || (path.Curved() && path.Length() >= smallest_circumference);
+}
+
+// Length and speed of a move, and its part in the whole.
+void Measure(Move &move, const Vec4 &from, const Piece &piece, const ProgrammedPath &path, const Machine &machine,
+             CheckedProgram &checked)
+{
+    // Of the unrounded way: rounding would make the speeds of short moves jump about.
+    const double length = path.Length();
+    const double feed_length = path.Curved() ? path.LengthInUnits() : FeedLength(from, move.target);
+    double speed_pps = length / Seconds(move, from, feed_length, machine);
+    CheckSpeed(move, speed_pps);
+    if (path.Curved()) {
+        speed_pps = std::min(speed_pps, CircleSpeed(path, machine));
+    }
+    move.length_pulses = static_cast<float>(path.Curved() ? length : piece.length);
+    move.speed_pps = static_cast<float>(std::min(speed_pps, max_speed_pps));
+    checked.axes |= MovingAxes(piece, path.Curved());
+    checked.top_pps = std::max(checked.top_pps, static_cast<double>(move.speed_pps));
+    checked.path_mm += feed_length;
+    checked.path_pulses += static_cast<double>(move.length_pulses);
+    ++checked.segments;
 }
 
 } // namespace
@@ -100,23 +160,17 @@ CheckedProgram CheckProgram(Program &program, const Machine &machine)
         const Pulses to = ToPulses(move.target, machine);
         const Piece piece = MakePiece(from_pulses, to);
         CheckDistance(move, piece);
+        const ProgrammedPath path = PathOf(program, move, from, machine);
         if (move.kind == MoveKind::dwell) {
             checked.dwell_s += static_cast<double>(move.rate);
-        } else if (piece.length == 0) {
+        } else if (!MakesPulses(path, piece)) {
             continue;
         } else {
-            const double feed_length = FeedLength(from, move.target);
-            // Of the unrounded way: rounding would make the speeds of short moves jump about.
-            const double speed_pps =
-                MakePathLine(from, move.target, machine).Length() / Seconds(move, from, feed_length, machine);
-            CheckSpeed(move, speed_pps);
-            move.length_pulses = static_cast<float>(piece.length);
-            move.speed_pps = static_cast<float>(std::min(speed_pps, max_speed_pps));
-            checked.axes |= MovingAxes(piece);
-            checked.top_pps = std::max(checked.top_pps, static_cast<double>(move.speed_pps));
-            checked.path_mm += feed_length;
-            checked.path_pulses += piece.length;
-            ++checked.segments;
+            if (path.Curved()) {
+                CheckCircle(move, program.arcs[move.arc], machine);
+                FillPaces(path, program.arcs[move.arc]);
+            }
+            Measure(move, from, piece, path, machine, checked);
             from = move.target;
             from_pulses = to;
         }

@@ -8,19 +8,24 @@ namespace trevik_run
 namespace
 {
 
-// The way from the line's nearest point to the position; its length squared is returned.
-double OffsetFrom(const PathLine &line, const Pulses &position, Vec4 &offset)
+constexpr int curve_halvings = 12;
+
+Vec4 WayFrom(const ProgrammedPath &path, double share, const Pulses &position)
 {
-    double along = 0;
+    Vec4 way = path.At(share);
     for (std::size_t i = 0; i < axis_count; ++i) {
-        offset[i] = position[i] - line.from[i];
-        along += offset[i] * line.delta[i];
+        way[i] = position[i] - way[i];
     }
-    const double share = line.square > 0 ? std::clamp(along / line.square, 0.0, 1.0) : 0;
+    return way;
+}
+
+// The way from the path's nearest point to the position; its length squared is returned.
+double OffsetFrom(const ProgrammedPath &path, const Pulses &position, Vec4 &offset)
+{
+    offset = WayFrom(path, path.NearestShare(position), position);
     double square = 0;
-    for (std::size_t i = 0; i < axis_count; ++i) {
-        offset[i] -= share * line.delta[i];
-        square += offset[i] * offset[i];
+    for (const double component : offset) {
+        square += component * component;
     }
     return square;
 }
@@ -58,6 +63,35 @@ void ImproveLargest(const PathLine &line, const Pulses &position, Vec4 &best)
     }
 }
 
+// The same on an arc. Within two pulses it is nearly straight, so that the maximum falls and rises there too.
+void ImproveLargestOnArc(const ProgrammedPath &path, const Pulses &position, Vec4 &best)
+{
+    const double reach = 2 / path.Length();
+    const double nearest = path.NearestShare(position);
+    double low = std::max(0.0, nearest - reach);
+    double high = std::min(1.0, nearest + reach);
+    for (int i = 0; i < curve_halvings; ++i) {
+        const double third = (high - low) / 3;
+        const Vec4 one = WayFrom(path, low + third, position);
+        const Vec4 two = WayFrom(path, high - third, position);
+        const bool first = LargestSize(one) < LargestSize(two);
+        (first ? high : low) = first ? high - third : low + third;
+        const Vec4 &better = first ? one : two;
+        if (LargestSize(better) < LargestSize(best)) {
+            best = better;
+        }
+    }
+}
+
+void ImproveLargest(const ProgrammedPath &path, const Pulses &position, Vec4 &best)
+{
+    if (path.Curved()) {
+        ImproveLargestOnArc(path, position, best);
+    } else {
+        ImproveLargest(path.Line(), position, best);
+    }
+}
+
 } // namespace
 
 double Deviation::LargestPulses() const
@@ -72,7 +106,7 @@ DeviationMeter::DeviationMeter(const Machine &machine)
     }
 }
 
-void DeviationMeter::Follow(const PathLine &before, const PathLine &now)
+void DeviationMeter::Follow(const ProgrammedPath &before, const ProgrammedPath &now)
 {
     before_ = before;
     now_ = now;

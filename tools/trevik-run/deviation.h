@@ -1,7 +1,7 @@
 // How far the card's positions are from the programmed path.
 #pragma once
 
-#include "trevik-run/machine.h"
+#include "trevik-run/programmed_path.h"
 
 namespace trevik_run
 {
@@ -21,8 +21,8 @@ class DeviationMeter
   public:
     explicit DeviationMeter(const Machine &machine);
 
-    // The line that the card is on and the one that it comes from. Positions near the joint may be on either.
-    void Follow(const PathLine &before, const PathLine &now);
+    // The move that the card is on and the one that it comes from. Positions near the joint may be on either.
+    void Follow(const ProgrammedPath &before, const ProgrammedPath &now);
     void Measure(const Pulses &position);
     const Deviation &Largest() const { return largest_; }
 
@@ -30,8 +30,8 @@ class DeviationMeter
     void TakeLargest(const Pulses &position, Vec4 offset);
 
     Vec4 mm_per_pulse_{}; // 0 for A
-    PathLine before_;
-    PathLine now_;
+    ProgrammedPath before_;
+    ProgrammedPath now_;
     Deviation largest_;
 };
 

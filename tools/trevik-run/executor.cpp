@@ -29,8 +29,8 @@ Executor::Executor(const Program &program, const CheckedProgram &checked, const 
       commanded_(ToPulses(program.start, machine)),
       position_(commanded_)
 {
-    running_.line = MakePathLine(program.start, program.start, machine);
-    meter_.Follow(running_.line, running_.line);
+    running_.path = {program.start, program.start, machine};
+    meter_.Follow(running_.path, running_.path);
 }
 
 RunEnd Executor::Run(const RampMaker &ramps)
@@ -65,28 +65,59 @@ bool Executor::RunMoves(const RampMaker &ramps)
             continue;
         }
         const double exit_pps = ExitSpeed(program_, next_move_, machine_);
-        if (!RunLine(move, {move.entry_pps, exit_pps, move.speed_pps}, ramps)) {
+        if (!RunMove({move.entry_pps, exit_pps, move.speed_pps}, ramps)) {
             return false;
         }
     }
     return true;
 }
 
-bool Executor::RunLine(const Move &move, const MoveSpeeds &speeds, const RampMaker &ramps)
+// The next move of the program, or what is left of it.
+bool Executor::RunMove(const MoveSpeeds &speeds, const RampMaker &ramps)
 {
+    const Move &move = program_.moves[next_move_];
+    const ProgrammedPath path = PathOf(program_, move, from_, machine_);
+    if (!(path.Curved() ? RunArc(path, speeds, ramps) : RunLine(path, speeds, ramps))) {
+        return false;
+    }
+    commanded_ = ToPulses(move.target, machine_);
+    from_ = move.target;
+    handed_share_ = 0;
+    return true;
+}
+
+bool Executor::RunLine(const ProgrammedPath &path, const MoveSpeeds &speeds, const RampMaker &ramps)
+{
+    const Move &move = program_.moves[next_move_];
     const Pulses to = ToPulses(move.target, machine_);
-    const PathLine line = MakePathLine(from_, move.target, machine_);
-    const CardMoves lines = MakeCardMoves(commanded_, to, line, speeds, ramps, card_.FirstAxis(), machine_.s_curve);
-    const double longest = MakePiece(commanded_, to).longest;
-    const Handed handed = {&move, line, FeedLength(from_, move.target) / longest};
+    const CardMoves lines =
+        MakeCardMoves(commanded_, to, path.Line(), speeds, ramps, card_.FirstAxis(), machine_.s_curve);
     for (int i = 0; i < lines.count; ++i) {
-        if (!Hand(lines.move[static_cast<std::size_t>(i)], handed)) {
+        if (!Hand(lines.move[static_cast<std::size_t>(i)], {&move, path, 1})) {
             return false;
         }
         partly_handed_ = i + 1 < lines.count;
     }
-    commanded_ = to;
-    from_ = move.target;
+    return true;
+}
+
+bool Executor::RunArc(const ProgrammedPath &path, const MoveSpeeds &speeds, const RampMaker &ramps)
+{
+    const Move &move = program_.moves[next_move_];
+    const bool helices = !machine_.keep_a && (checked_.axes >> angular_axis & 1U) == 0;
+    MakeArcMoves(path, {handed_share_, commanded_, ToPulses(move.target, machine_)}, speeds, ramps,
+                 {machine_.start_pps, helices}, arc_moves_);
+    for (const CardMove &piece : arc_moves_) {
+        if (!Hand(piece, {&move, path, piece.end_share})) {
+            return false;
+        }
+        commanded_ = piece.target;
+        handed_share_ = piece.end_share;
+        handed_pps_ = piece.max_pps;
+    }
+    if (arc_moves_.empty()) {
+        ++segments_started_;
+    }
     return true;
 }
 
@@ -105,7 +136,7 @@ bool Executor::RunDwell(double seconds)
 bool Executor::Hand(const CardMove &move, const Handed &handed)
 {
     while (WaitForRoom()) {
-        if (card_.Line(move)) {
+        if (card_.Make(move)) {
             queued_ = handed;
             queue_full_ = card_.QueueFull();
             if (!queue_full_) { // the card was idle: it runs already
@@ -144,21 +175,29 @@ bool Executor::WaitUntilIdle()
     return GoesOn();
 }
 
-// After an interrupt. Short lines end before a stop could ramp down: the contour is followed at falling speeds
-// until a line runs that is long enough to be stopped on, or the axes stand.
+// After an interrupt. Short moves end before a stop could ramp down: the contour is followed at falling speeds
+// until a move runs that is long enough to be stopped on, or the axes stand.
 void Executor::SlowDown(const RampMaker &ramps)
 {
     slowing_ = true;
-    const bool more = next_move_ < program_.moves.size() && !partly_handed_;
-    double speed_pps = more ? static_cast<double>(program_.moves[next_move_].entry_pps) : 0;
-    while (!card_.Error() && (queue_full_ || !card_.Idle()) && !RunningLineCanStop()) {
+    double speed_pps = SpeedToSlowFrom();
+    while (!card_.Error() && (queue_full_ || !card_.Idle()) && !RunningMoveCanStop()) {
         if (queue_full_ || !HandSlower(ramps, speed_pps)) {
             Step(std::numeric_limits<double>::infinity());
         }
     }
 }
 
-// Hands over the next line of the contour. False where the contour ends or its speed is down already.
+// The path speed at the end of what was handed over; 0 where nothing can follow it.
+double Executor::SpeedToSlowFrom() const
+{
+    if (next_move_ == program_.moves.size() || partly_handed_) {
+        return 0;
+    }
+    return handed_share_ > 0 ? handed_pps_ : static_cast<double>(program_.moves[next_move_].entry_pps);
+}
+
+// Hands over the next move of the contour. False where the contour ends or its speed is down already.
 bool Executor::HandSlower(const RampMaker &ramps, double &speed_pps)
 {
     if (speed_pps <= machine_.start_pps || next_move_ == program_.moves.size() ||
@@ -166,11 +205,11 @@ bool Executor::HandSlower(const RampMaker &ramps, double &speed_pps)
         return false;
     }
     const Move &move = program_.moves[next_move_];
-    const double fall = 2 * ramps.DecelPps2() * static_cast<double>(move.length_pulses);
+    const double fall = 2 * ramps.DecelPps2() * static_cast<double>(move.length_pulses) * (1 - handed_share_);
     const double reached_pps = std::sqrt(std::max(0.0, speed_pps * speed_pps - fall));
     const double exit_pps =
         std::min(ExitSpeed(program_, next_move_, machine_), std::max(reached_pps, machine_.start_pps));
-    if (!RunLine(move, {speed_pps, exit_pps, speed_pps}, ramps)) {
+    if (!RunMove({speed_pps, exit_pps, speed_pps}, ramps)) {
         return false;
     }
     speed_pps = exit_pps;
@@ -178,20 +217,15 @@ bool Executor::HandSlower(const RampMaker &ramps, double &speed_pps)
     return true;
 }
 
-bool Executor::RunningLineCanStop()
+bool Executor::RunningMoveCanStop()
 {
-    return LongestAxisLeft() >= card_.LongestAxisSpeed() * machine_.ramp_ms / 2000;
+    const double left_pulses = (ShareLeft() - (1 - running_.end_share)) * running_.path.Steps();
+    return left_pulses >= card_.LongestAxisSpeed() * machine_.ramp_ms / 2000;
 }
 
-// Of the running line, in pulses.
-double Executor::LongestAxisLeft() const
+double Executor::ShareLeft() const
 {
-    double left_pulses = 0;
-    for (std::size_t i = 0; i < axis_count; ++i) {
-        const double end = running_.line.from[i] + running_.line.delta[i];
-        left_pulses = std::max(left_pulses, std::fabs(end - position_[i]));
-    }
-    return left_pulses;
+    return 1 - running_.path.NearestShare(position_);
 }
 
 double Executor::PulsesDone() const
@@ -199,12 +233,7 @@ double Executor::PulsesDone() const
     if (running_.move == nullptr) {
         return 0;
     }
-    double longest = 0;
-    for (const double delta : running_.line.delta) {
-        longest = std::max(longest, std::fabs(delta));
-    }
-    const double share_left = longest > 0 ? std::min(1.0, LongestAxisLeft() / longest) : 0;
-    return pulses_started_ - share_left * static_cast<double>(running_.move->length_pulses);
+    return pulses_started_ - ShareLeft() * static_cast<double>(running_.move->length_pulses);
 }
 
 // A move that is queued when the axes are stopped may still start: it is stopped like the first.
@@ -247,10 +276,11 @@ bool Executor::Step(double longest_wait_s)
 void Executor::QueuedMoveStarts()
 {
     queue_full_ = false;
-    if (queued_.move == running_.move) { // the second line of a split move
+    if (queued_.move == running_.move) { // the next part of a split move
+        running_.end_share = queued_.end_share;
         return;
     }
-    meter_.Follow(running_.line, queued_.line);
+    meter_.Follow(running_.path, queued_.path);
     running_ = queued_;
     ++segments_started_;
     pulses_started_ += static_cast<double>(running_.move->length_pulses);
@@ -276,7 +306,8 @@ void Executor::TakeSample()
     }
     if (running_.move != nullptr) {
         const bool idle = card_.Idle(); // the speed register keeps its last value
-        sample.speed_mm_min = idle ? 0 : card_.LongestAxisSpeed() * running_.units_per_pulse * 60;
+        const double per_step = running_.path.UnitsPerStep(running_.path.NearestShare(position_));
+        sample.speed_mm_min = idle ? 0 : card_.LongestAxisSpeed() * per_step * 60;
         sample.rapid = running_.move->kind == MoveKind::rapid;
     }
     for (SampleSink *sink : sinks_) {

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "trevik-run/arc_moves.h"
 #include "trevik-run/card.h"
 #include "trevik-run/checker.h"
 #include "trevik-run/clock.h"
@@ -35,20 +36,23 @@ class Executor
     // A move that was handed to the card, as far as measuring needs it.
     struct Handed {
         const Move *move = nullptr;
-        PathLine line;
-        double units_per_pulse = 0; // mm of path per pulse of the longest axis
+        ProgrammedPath path;
+        double end_share = 1; // of an arc: where the card's move ends
     };
 
     bool RunMoves(const RampMaker &ramps);
-    bool RunLine(const Move &move, const MoveSpeeds &speeds, const RampMaker &ramps);
+    bool RunMove(const MoveSpeeds &speeds, const RampMaker &ramps);
+    bool RunArc(const ProgrammedPath &path, const MoveSpeeds &speeds, const RampMaker &ramps);
+    bool RunLine(const ProgrammedPath &path, const MoveSpeeds &speeds, const RampMaker &ramps);
     bool RunDwell(double seconds);
     bool Hand(const CardMove &move, const Handed &handed);
     bool WaitForRoom();
     bool WaitUntilIdle();
     void SlowDown(const RampMaker &ramps);
     bool HandSlower(const RampMaker &ramps, double &speed_pps);
-    bool RunningLineCanStop();
-    double LongestAxisLeft() const;
+    bool RunningMoveCanStop();
+    double SpeedToSlowFrom() const;
+    double ShareLeft() const;
     double PulsesDone() const;
     void StopAxes();
     bool Step(double longest_wait_s);
@@ -68,9 +72,12 @@ class Executor
     double next_sample_s_ = 0;
     std::size_t next_move_ = 0;  // the first that was not wholly handed over
     Vec4 from_;                  // where it begins
-    bool partly_handed_ = false; // of a split move only the beginning
-    bool slowing_ = false;       // an interrupt is being obeyed
-    Pulses commanded_{};         // where the last handed move ends
+    bool partly_handed_ = false; // of a split line only the beginning
+    double handed_share_ = 0;    // of an arc
+    double handed_pps_ = 0;      // path speed there
+    std::vector<CardMove> arc_moves_;
+    bool slowing_ = false; // an interrupt is being obeyed
+    Pulses commanded_{};   // where the last handed move ends
     Pulses position_{};
     Handed running_;
     Handed queued_;

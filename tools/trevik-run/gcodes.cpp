@@ -8,7 +8,6 @@ namespace trevik_run
 namespace
 {
 
-constexpr const char *arcs = "arcs are not supported yet; have the post-processor write lines (G1)";
 constexpr const char *plane = "only the XY plane is supported (G17); remove this word";
 constexpr const char *compensation = "tool compensation is not supported; let the CAM system compute it";
 constexpr const char *one_offset = "there is one work offset, G54; use G54 or G92";
@@ -18,8 +17,8 @@ constexpr const char *feed_mode = "only feed per minute is supported (G94)";
 constexpr std::array gcodes = {
     GCode{0, GAction::motion_rapid, GGroup::motion, nullptr},
     GCode{10, GAction::motion_feed, GGroup::motion, nullptr},
-    GCode{20, GAction::refuse, GGroup::motion, arcs},
-    GCode{30, GAction::refuse, GGroup::motion, arcs},
+    GCode{20, GAction::motion_arc_clockwise, GGroup::motion, nullptr},
+    GCode{30, GAction::motion_arc_counter, GGroup::motion, nullptr},
     GCode{40, GAction::dwell, GGroup::motion, nullptr},
     GCode{170, GAction::none, GGroup::plane, nullptr},
     GCode{180, GAction::refuse, GGroup::plane, plane},
@@ -44,9 +43,9 @@ constexpr std::array gcodes = {
     GCode{640, GAction::none, GGroup::path_mode, nullptr},
     GCode{800, GAction::motion_cancel, GGroup::none, nullptr},
     GCode{900, GAction::absolute, GGroup::distance, nullptr},
-    GCode{901, GAction::none, GGroup::arc_distance, nullptr},
+    GCode{901, GAction::arc_absolute, GGroup::arc_distance, nullptr},
     GCode{910, GAction::relative, GGroup::distance, nullptr},
-    GCode{911, GAction::none, GGroup::arc_distance, nullptr},
+    GCode{911, GAction::arc_relative, GGroup::arc_distance, nullptr},
     GCode{920, GAction::offset_set, GGroup::offset, nullptr},
     GCode{921, GAction::offset_clear, GGroup::offset, nullptr},
     GCode{930, GAction::refuse, GGroup::feed_mode, feed_mode},

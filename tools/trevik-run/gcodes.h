@@ -11,6 +11,8 @@ enum class GAction : std::uint8_t {
     refuse,
     motion_rapid,
     motion_feed,
+    motion_arc_clockwise,
+    motion_arc_counter,
     motion_cancel,
     dwell,
     inches,
@@ -19,6 +21,8 @@ enum class GAction : std::uint8_t {
     machine_coordinates,
     absolute,
     relative,
+    arc_absolute,
+    arc_relative,
     offset_set,
     offset_clear
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "trevik-run/arc_words.h"
 #include "trevik-run/gcodes.h"
 #include "trevik-run/lexer.h"
 
@@ -14,27 +15,41 @@ namespace
 constexpr double mm_per_inch = 25.4;
 constexpr double longest_dwell_s = 86400;
 
-enum class Motion : std::uint8_t { none, rapid, feed };
+enum class Motion : std::uint8_t { none, rapid, feed, arc_clockwise, arc_counter };
+
+bool IsArc(Motion motion)
+{
+    return motion == Motion::arc_clockwise || motion == Motion::arc_counter;
+}
 
 // What one block says, before anything of it is done.
 struct Block {
     std::array<Word, axis_count> axis;
     std::array<bool, axis_count> has_axis{};
     bool any_axis = false;
-    Word feed;    // letter 0: none
-    Word dwell;   // P
-    Word action;  // the G word of the motion group: G0, G1, G4, G28
-    Word offset;  // G92, G92.1
-    Word machine; // G53
+    Word feed;                  // letter 0: none
+    Word dwell;                 // P
+    std::array<Word, 2> center; // I, J
+    Word radius;                // R
+    Word action;                // the G word of the motion group: G0 to G4, G28
+    Word offset;                // G92, G92.1
+    Word machine;               // G53
     GAction do_action = GAction::none;
     GAction do_offset = GAction::none;
     GAction units = GAction::none;
     GAction distance = GAction::none;
+    GAction arc_distance = GAction::none;
     std::uint32_t groups = 0; // bits of the groups seen
     bool cancel = false;      // G80: no motion mode, unless the block gives one
     bool path_mode = false;   // G64, which may carry a P
     bool program_end = false;
     bool any_word = false;
+
+    // Of an arc: letter 0 where there is none.
+    const Word &FirstArcWord() const
+    {
+        return center[0].letter != 0 ? center[0] : center[1].letter != 0 ? center[1] : radius;
+    }
 };
 
 class Interpreter
@@ -55,6 +70,7 @@ class Interpreter
     void ReadBlock(Block &block);
     void TakeWord(Block &block, const Word &word);
     void TakeAxis(Block &block, int axis, const Word &word) const;
+    void TakeK(const Word &word) const;
     void TakeG(Block &block, const Word &word);
     void TakeM(Block &block, const Word &word) const;
     void TakeOnce(Word &slot, const Word &word, const char *repeated) const;
@@ -65,7 +81,11 @@ class Interpreter
     void ApplyDwell(const Block &block);
     void ApplyHome(const Block &block);
     void ApplyMotion(const Block &block);
+    void ApplyArc(const Block &block, const Word &word);
+    ArcEnds EndsOf(const Block &block, const Vec4 &target) const;
+    Motion MotionOf(const Block &block) const;
     void CheckAlone(const Block &block) const;
+    void CheckFeed(const Word &word) const;
     void AddMove(const Vec4 &target, bool rapid, const Word &word);
     Vec4 Target(const Block &block, bool machine) const;
     double Scaled(int axis, double value) const { return axis == angular_axis ? value : value * unit_mm_; }
@@ -80,6 +100,7 @@ class Interpreter
     double feed_degrees_ = 0; // the same word, for moves of A alone
     Motion motion_ = Motion::none;
     bool relative_ = false;
+    bool arc_relative_ = true; // I and J count from the arc's beginning (G91.1)
     bool first_block_seen_ = false;
     bool ended_ = false;
 };
@@ -157,10 +178,13 @@ void Interpreter::TakeWord(Block &block, const Word &word)
     case 'W':
         lexer_.Fail(word, "there is no such axis; the axes are X, Y, Z and A");
     case 'I':
+        return TakeOnce(block.center[0], word, "a second I word in this block; keep one");
     case 'J':
+        return TakeOnce(block.center[1], word, "a second J word in this block; keep one");
     case 'K':
+        return TakeK(word);
     case 'R':
-        lexer_.Fail(word, "belongs to an arc; arcs are not supported yet, have lines (G1) written");
+        return TakeOnce(block.radius, word, "a second R word in this block; keep one");
     case 'D':
         lexer_.Fail(word, "belongs to tool compensation, which is not supported; remove it");
     default:
@@ -185,6 +209,14 @@ void Interpreter::TakeOnce(Word &slot, const Word &word, const char *repeated) c
         lexer_.Fail(word, repeated);
     }
     slot = word;
+}
+
+// Some post-processors write a K of 0 in the XY plane, where it has no meaning.
+void Interpreter::TakeK(const Word &word) const
+{
+    if (word.value != 0) {
+        lexer_.Fail(word, "belongs to arcs of other planes; only the XY plane is supported (G17)");
+    }
 }
 
 void Interpreter::TakeG(Block &block, const Word &word)
@@ -220,6 +252,9 @@ void Interpreter::TakeG(Block &block, const Word &word)
     case GGroup::distance:
         block.distance = code->action;
         break;
+    case GGroup::arc_distance:
+        block.arc_distance = code->action;
+        break;
     case GGroup::path_mode:
         block.path_mode = true;
         break;
@@ -254,17 +289,27 @@ void Interpreter::Apply(const Block &block)
         return ApplyDwell(block);
     case GAction::home:
         return ApplyHome(block);
-    case GAction::motion_rapid:
-        motion_ = Motion::rapid;
-        break;
-    case GAction::motion_feed:
-        motion_ = Motion::feed;
-        break;
     default:
-        motion_ = block.cancel ? Motion::none : motion_;
-        break;
+        motion_ = MotionOf(block);
+        return ApplyMotion(block);
     }
-    ApplyMotion(block);
+}
+
+// The motion mode of a block without G4 and G28.
+Motion Interpreter::MotionOf(const Block &block) const
+{
+    switch (block.do_action) {
+    case GAction::motion_rapid:
+        return Motion::rapid;
+    case GAction::motion_feed:
+        return Motion::feed;
+    case GAction::motion_arc_clockwise:
+        return Motion::arc_clockwise;
+    case GAction::motion_arc_counter:
+        return Motion::arc_counter;
+    default:
+        return block.cancel ? Motion::none : motion_;
+    }
 }
 
 // Words that need another word, or exclude one.
@@ -276,10 +321,14 @@ void Interpreter::CheckAlone(const Block &block) const
     if (block.do_offset != GAction::none && block.action.letter != 0) {
         lexer_.Fail(block.offset, "shares its axis words with a motion word; put it on its own line");
     }
-    const bool moves = block.do_action == GAction::motion_rapid || block.do_action == GAction::motion_feed ||
-                       (block.do_action == GAction::none && motion_ != Motion::none);
-    if (block.machine.letter != 0 && (!moves || block.do_offset != GAction::none)) {
+    const bool other =
+        block.do_action == GAction::dwell || block.do_action == GAction::home || block.do_offset != GAction::none;
+    const Motion motion = other ? Motion::none : MotionOf(block);
+    if (block.machine.letter != 0 && motion != Motion::rapid && motion != Motion::feed) {
         lexer_.Fail(block.machine, "goes only with G0 or G1; write one of them on this line");
+    }
+    if (const Word &word = block.FirstArcWord(); word.letter != 0 && !IsArc(motion)) {
+        lexer_.Fail(word, "belongs to an arc; write G2 or G3 before it");
     }
 }
 
@@ -290,6 +339,9 @@ void Interpreter::ApplyModes(const Block &block)
     }
     if (block.distance != GAction::none) {
         relative_ = block.distance == GAction::relative;
+    }
+    if (block.arc_distance != GAction::none) {
+        arc_relative_ = block.arc_distance == GAction::arc_relative;
     }
     if (block.feed.letter != 0) {
         ApplyFeed(block.feed);
@@ -362,15 +414,71 @@ void Interpreter::ApplyHome(const Block &block)
 
 void Interpreter::ApplyMotion(const Block &block)
 {
-    if (!block.any_axis) {
+    const Word &arc_word = block.FirstArcWord();
+    if (!block.any_axis && arc_word.letter == 0) {
         return;
     }
     const auto first = std::find(block.has_axis.begin(), block.has_axis.end(), true) - block.has_axis.begin();
-    const Word &word = block.action.letter != 0 ? block.action : block.axis[static_cast<std::size_t>(first)];
+    const Word &word = block.action.letter != 0 ? block.action
+                       : block.any_axis         ? block.axis[static_cast<std::size_t>(first)]
+                                                : arc_word;
     if (motion_ == Motion::none) {
         lexer_.Fail(word, "an axis word without a motion mode; write G0 or G1 before it");
     }
+    if (IsArc(motion_)) {
+        return ApplyArc(block, word);
+    }
     AddMove(Target(block, block.machine.letter != 0), motion_ == Motion::rapid, word);
+}
+
+void Interpreter::ApplyArc(const Block &block, const Word &word)
+{
+    if (block.has_axis[angular_axis]) {
+        lexer_.Fail(block.axis[angular_axis], "A cannot turn along an arc; turn it in a block of its own");
+    }
+    if (block.FirstArcWord().letter == 0) {
+        lexer_.Fail(word, "an arc needs its center (I, J) or its radius (R)");
+    }
+    CheckFeed(word);
+    const Vec4 target = Target(block, false);
+    Arc arc;
+    if (const std::string wrong = MakeArc(EndsOf(block, target), options_.arc_tolerance_mm, arc); !wrong.empty()) {
+        lexer_.Fail(block.FirstArcWord(), wrong.c_str());
+    }
+    const auto index = static_cast<std::uint32_t>(program_.arcs.size());
+    program_.arcs.push_back(arc);
+    AddMove(target, false, word);
+    program_.moves.back().arc = index;
+    program_.moves.back().rate = static_cast<float>(feed_mm_);
+}
+
+ArcEnds Interpreter::EndsOf(const Block &block, const Vec4 &target) const
+{
+    ArcEnds ends;
+    ends.clockwise = motion_ == Motion::arc_clockwise;
+    for (std::size_t i = 0; i < 2; ++i) {
+        const Word &word = block.center[i];
+        ends.from[i] = position_[i];
+        ends.to[i] = target[i];
+        ends.center[i] = word.value * unit_mm_ + (arc_relative_ ? position_[i] : offset_[i]);
+    }
+    if (block.radius.letter != 0) {
+        if (block.center[0].letter != 0 || block.center[1].letter != 0) {
+            lexer_.Fail(block.radius, "a radius and a center in one block; keep one of them");
+        }
+        ends.radius = block.radius.value * unit_mm_;
+        ends.by_radius = true;
+    } else if (!arc_relative_ && (block.center[0].letter == 0 || block.center[1].letter == 0)) {
+        lexer_.Fail(block.FirstArcWord(), "with absolute centers (G90.1) an arc needs both I and J");
+    }
+    return ends;
+}
+
+void Interpreter::CheckFeed(const Word &word) const
+{
+    if (feed_mm_ == 0) {
+        lexer_.Fail(word, "a feed move without a feed; write an F word on this line or before it");
+    }
 }
 
 Vec4 Interpreter::Target(const Block &block, bool machine) const
@@ -393,9 +501,7 @@ void Interpreter::AddMove(const Vec4 &target, bool rapid, const Word &word)
     move.line = lexer_.Line();
     if (!rapid) {
         const bool linear = target[0] != position_[0] || target[1] != position_[1] || target[2] != position_[2];
-        if (feed_mm_ == 0) {
-            lexer_.Fail(word, "a G1 move without a feed; write an F word on this line or before it");
-        }
+        CheckFeed(word);
         move.kind = MoveKind::feed;
         move.rate = static_cast<float>(linear ? feed_mm_ : feed_degrees_);
     }

@@ -10,8 +10,9 @@ namespace trevik_run
 {
 
 struct ReaderOptions {
-    bool block_delete = false; // pass over lines that begin with /
-    Vec4 start{};              // where the axes stand
+    bool block_delete = false;       // pass over lines that begin with /
+    Vec4 start{};                    // where the axes stand
+    double arc_tolerance_mm = 0.005; // see MakeArc
 };
 
 // Throws PartError.

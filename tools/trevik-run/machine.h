@@ -20,6 +20,7 @@ struct Machine {
     std::uint32_t ramp_ms = 100;                 // from the start speed to the rapid speed
     double corner_degrees = 30;                  // sharper corners are taken at the start speed
     bool s_curve = false;
+    bool keep_a = false; // no helices of the card, which counts their steps on axis 3
 };
 
 using Pulses = std::array<std::int32_t, axis_count>;

@@ -77,6 +77,9 @@ double DrawingTolerance(const Program &program)
         extent = std::max(
             {extent, std::fabs(move.target[0] - program.start[0]), std::fabs(move.target[1] - program.start[1])});
     }
+    for (const Arc &arc : program.arcs) {
+        extent = std::max(extent, arc.radius);
+    }
     return extent / 5000;
 }
 

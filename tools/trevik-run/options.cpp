@@ -14,7 +14,7 @@ namespace
 constexpr int usage_status = 2;
 
 constexpr const char *description =
-    "Runs an RS-274 part program (G-code, lines only) on a TrevikA card.\n"
+    "Runs an RS-274 part program (G-code: lines and arcs of the XY plane) on a TrevikA card.\n"
     "The whole program is read and checked before anything moves. X Y Z A are the card's axes 0 1 2 3.\n"
     "Feeds count the way of X Y Z; where only A turns they are degrees/min.";
 
@@ -47,6 +47,10 @@ void AddMachineOptions(CLI::App &app, Machine &machine)
                    "ms from the start speed to the rapid speed of the finest of X Y Z; slower moves ramp with the "
                    "same acceleration, and no ramp is steeper than the card's registers allow (default 100)")
         ->check(CLI::Range(1, 60000));
+    app.add_flag(
+        "--keep-a", machine.keep_a,
+        "axis 3 has a motor: cut helices as short lines; the card's own helices count their steps on axis 3, "
+        "which turns. Always so in parts with A words");
     app.add_flag("--s-curve", machine.s_curve, "wholly curved ramps instead of straight ones");
     app.add_option("--corner-angle", machine.corner_degrees,
                    "degrees; sharper corners are taken at the start speed, gentler ones without slowing down "
@@ -66,6 +70,11 @@ void AddRunOptions(CLI::App &app, Options &options)
                  "run at the card's own pace; without it virtual cards run as fast as they can");
     app.add_flag("--block-delete", options.block_delete,
                  "pass over lines that begin with /; without it they are executed");
+    app.add_option(
+           "--arc-tolerance", options.arc_tolerance_mm,
+           "mm by which the ends of an arc may differ in their distance from its center; 0.1 % of the radius "
+           "is always allowed (default 0.005)")
+        ->check(Between(0, 1000));
     app.add_flag("--check", options.check, "read and check the part, move nothing");
     app.add_flag("--quiet", options.quiet, "no progress and no report");
     app.set_version_flag("--version", "trevik-run " TREVIK_TOOLS_VERSION);

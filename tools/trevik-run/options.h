@@ -11,6 +11,7 @@ namespace trevik_run
 struct Options {
     Machine machine;
     std::uint8_t card = 0;
+    double arc_tolerance_mm = 0.005;
     bool block_delete = false; // pass over lines that begin with /
     bool realtime = false;
     bool check = false; // read and check only

@@ -44,7 +44,7 @@ CheckedProgram Checked(Program &program, std::string_view text, const Machine &m
 } // namespace
 
 Part::Part(std::string_view text, const Options &options, const Vec4 &start)
-    : program_(ReadProgram(text, {options.block_delete, start})),
+    : program_(ReadProgram(text, {options.block_delete, start, options.arc_tolerance_mm})),
       checked_(trevik_run::Checked(program_, text, options.machine)),
       ramps_(checked_.top_pps, WantedAcceleration(options.machine))
 {
