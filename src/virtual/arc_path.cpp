@@ -33,7 +33,7 @@ std::int64_t ArcPath::height(std::int64_t offset) const
 {
     const std::uint64_t square = Square(offset);
     const std::uint64_t rest = square < radius_squared_ ? radius_squared_ - square : 0;
-    return static_cast<std::int64_t>(SquareRoot(static_cast<double>(rest)) + 0.5);
+    return Nearest(SquareRoot(static_cast<double>(rest)));
 }
 
 void ArcPath::plan(ArcPoint center, ArcPoint end, bool plus)

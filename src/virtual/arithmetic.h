@@ -38,6 +38,12 @@ double Solve(double low, double high, double value, Function function)
     return high;
 }
 
+// The nearest whole number; for numbers of 0 or more.
+constexpr std::int64_t Nearest(double x)
+{
+    return static_cast<std::int64_t>(x + 0.5); // NOLINT(bugprone-incorrect-roundings): without a library
+}
+
 // The first whole number above `low`, at most `high`, at which a condition that then stays true is true.
 template <class Condition>
 std::int64_t FirstTrue(std::int64_t low, std::int64_t high, Condition condition)

@@ -1,4 +1,5 @@
 // Circles on the chip: which axes hold the path, and where each of them is on it.
+#include "virtual/arithmetic.h"
 #include "virtual/chip.h"
 
 namespace trevik::virtual_card
@@ -39,8 +40,7 @@ std::int64_t Chip::arc_steps(const Section &section, std::int64_t pulses)
     if (&leader == &circle || leader.longest == 0)
         return pulses;
     const auto steps = static_cast<double>(circle.arc.steps() - circle.arc_done);
-    return static_cast<std::int64_t>(steps * static_cast<double>(pulses) / static_cast<double>(leader.longest) +
-                                     0.5);
+    return Nearest(steps * static_cast<double>(pulses) / static_cast<double>(leader.longest));
 }
 
 std::int64_t Chip::arc_share(const Section &section, std::int64_t pulses)
