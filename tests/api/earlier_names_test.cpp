@@ -10,9 +10,7 @@
 #include <string>
 
 using namespace trevik;
-using trevik::test::CapturedOutput;
-using trevik::test::Device;
-using trevik::test::RecordingDriver;
+using namespace trevik::test;
 
 TEST_CASE("earlier moves send what the current ones do")
 {
@@ -43,15 +41,13 @@ TEST_CASE("earlier moves send what the current ones do")
          [] { return Trevik_S1_curve_move_LINE2(0, 0, 50, -60, 0, 100, 9000, 250, 600, 50, 60); }},
         {"S LINE3 and S1 LINE3",
          [] { return Trevik_S_curve_move_LINE3(0, 2, 50, -60, 7, 0, 100, 9000, 0.25, 0.6, 1112, 494); },
-         [] { return Trevik_S1_curve_move_LINE3(0, 2, 50, -60, 7, 0, 100, 9000, 250, 600, 50, 60); }},
-    };
+         [] { return Trevik_S1_curve_move_LINE3(0, 2, 50, -60, 7, 0, 100, 9000, 250, 600, 50, 60); }}};
     for (const Row &row : rows) {
         CAPTURE(row.what);
         std::string logs[2];
         for (const bool current : {false, true}) {
             RecordingDriver driver;
-            const CapturedOutput quiet;
-            TrevikA_initial();
+            Quietly(TrevikA_initial);
             driver.forget();
             CHECK((current ? row.current : row.earlier)() == TREVIK_OK);
             logs[current] = driver.log();
@@ -66,9 +62,8 @@ TEST_CASE("earlier moves send what the current ones do")
 TEST_CASE("earlier names reach cards of any model")
 {
     RecordingDriver driver({Device{"odd", 4, 0x55AA, 0x102, 0}});
-    const CapturedOutput quiet;
-    CHECK(TrevikA_initial() == TREVIK_ERR_MODEL);
-    CHECK(Trevik_initial() == TREVIK_OK);
+    CHECK(Quietly(TrevikA_initial) == TREVIK_ERR_MODEL);
+    CHECK(Quietly(Trevik_initial) == TREVIK_OK);
     std::uint16_t word = 0;
     CHECK((Trevik_info(4, &word) == TREVIK_OK && word == 0x55AA));
     CHECK(Trevik_info(4, nullptr) == TREVIK_ERR_PARAM);
@@ -92,6 +87,6 @@ TEST_CASE("earlier names reach cards of any model")
     CHECK(Trevik_position_change(4, 2, 9, 0) == TREVIK_OK);
     CHECK(Trevik_set_current_position(4, 2, 9) == TREVIK_ERR_BUSY);
     driver.devices().clear();
-    CHECK(Trevik_initial() == TREVIK_ERR_OPEN);
+    CHECK(Quietly(Trevik_initial) == TREVIK_ERR_OPEN);
     CHECK(Trevik_close() == TREVIK_OK);
 }

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <random>
+#include <utility>
 
 using namespace trevik;
 
@@ -14,28 +15,15 @@ TEST_CASE("octants, borders included")
         std::int64_t x, y;
         unsigned octant;
     };
-    const Row rows[] = {{-2, 0, 0},
-                        {-2, 1, 0},
-                        {-1, 1, 1},
-                        {-1, 2, 1},
-                        {0, 2, 2},
-                        {1, 2, 2},
-                        {1, 1, 3},
-                        {2, 1, 3},
-                        {2, 0, 4},
-                        {2, -1, 4},
-                        {1, -1, 5},
-                        {1, -2, 5},
-                        {0, -2, 6},
-                        {-1, -2, 6},
-                        {-1, -1, 7},
-                        {-2, -1, 7},
-                        {-2'147'483'648, -2'147'483'648, 7}};
+    const Row rows[] = {{-2, 0, 0}, {-2, 1, 0},  {-1, 1, 1},  {-1, 2, 1}, {0, 2, 2},  {1, 2, 2},
+                        {1, 1, 3},  {2, 1, 3},   {2, 0, 4},   {2, -1, 4}, {1, -1, 5}, {1, -2, 5},
+                        {0, -2, 6}, {-1, -2, 6}, {-1, -1, 7}, {-2, -1, 7}};
     for (const Row &row : rows) {
         CAPTURE(row.x);
         CAPTURE(row.y);
         CHECK(ArcOctant(row.x, row.y) == row.octant);
     }
+    CHECK(ArcOctant(INT32_MIN, INT32_MIN) == 7);
 }
 
 TEST_CASE("steps of circles and halves")
@@ -58,27 +46,26 @@ TEST_CASE("three points")
     struct Row {
         Point way, end, center;
         std::uint8_t direction;
-        bool collinear;
     };
-    const Row rows[] = {{{1000, 1000}, {2000, 0}, {1000, 0}, 0, false},
-                        {{1000, -1000}, {2000, 0}, {1000, 0}, 1, false},
-                        {{1000, 0}, {2000, 0}, {}, 1, true},
-                        {{0, 500}, {0, 2000}, {}, 1, true},
-                        {{300, 300}, {-200, -200}, {}, 1, true},
-                        {{2000, 0}, {1000, 1000}, {1000, 0}, 1, false},     // first slope upright
-                        {{1000, 1000}, {-500, 1000}, {250, 750}, 1, false}, // second slope upright
-                        {{0, 2000}, {1000, 1000}, {0, 1000}, 0, false},
-                        {{-2'147'483'648, 0}, {0, -2'147'483'648}, {-1'073'741'824, -1'073'741'824}, 1, false}};
+    // Ordinary ones; first and second slope upright; as wide as it gets.
+    const Row rows[] = {{{1000, 1000}, {2000, 0}, {1000, 0}, 0},
+                        {{1000, -1000}, {2000, 0}, {1000, 0}, 1},
+                        {{0, 2000}, {1000, 1000}, {0, 1000}, 0},
+                        {{2000, 0}, {1000, 1000}, {1000, 0}, 1},
+                        {{1000, 1000}, {-500, 1000}, {250, 750}, 1},
+                        {{INT32_MIN, 0}, {0, INT32_MIN}, {INT32_MIN / 2, INT32_MIN / 2}, 1}};
     for (const Row &row : rows) {
         CAPTURE(row.way.x);
         CAPTURE(row.way.y);
-        const ThreePointArc arc = ThreePointCenter(row.way, row.end);
-        CHECK(arc.collinear == row.collinear);
-        CHECK(arc.direction == row.direction);
-        if (!row.collinear) {
-            CHECK(arc.circle.center.x == row.center.x);
-            CHECK(arc.circle.center.y == row.center.y);
-        }
+        const auto [circle, direction, collinear] = ThreePointCenter(row.way, row.end);
+        CHECK((!collinear && direction == row.direction));
+        CHECK((circle.center.x == row.center.x && circle.center.y == row.center.y));
+    }
+    const std::pair<Point, Point> lines[] = {
+        {{1000, 0}, {2000, 0}}, {{0, 500}, {0, 2000}}, {{300, 300}, {-200, -200}}};
+    for (const auto &[way, end] : lines) {
+        const ThreePointArc arc = ThreePointCenter(way, end);
+        CHECK((arc.collinear && arc.direction == 1));
     }
 }
 
@@ -90,6 +77,7 @@ TEST_CASE("radius: which circle, short radii, the pulse that keeps the center aw
         std::uint8_t direction;
         Point center;
     };
+    // Of the last one, (1, -9) is nearer to the start.
     const Row rows[] = {{1000, {2000, 0}, 0, {1000, 0}},
                         {500, {0, 2000}, 0, {0, 1000}},
                         {1000, {1000, 1000}, 0, {1000, 0}},
@@ -100,14 +88,13 @@ TEST_CASE("radius: which circle, short radii, the pulse that keeps the center aw
                         {1250, {2000, 0}, 0, {1000, -750}},
                         {1250, {2000, 0}, 1, {1000, 750}},
                         {-1250, {-2000, 0}, 1, {-1000, 750}},
-                        {10, {3, 0}, 0, {2, -9}} /* (1, -9) is nearer to the start */};
+                        {10, {3, 0}, 0, {2, -9}}};
     for (const Row &row : rows) {
         CAPTURE(row.radius);
         CAPTURE(row.end.x);
         Point center;
         REQUIRE(RadiusCenter(row.radius, row.end, row.direction, center));
-        CHECK(center.x == row.center.x);
-        CHECK(center.y == row.center.y);
+        CHECK((center.x == row.center.x && center.y == row.center.y));
     }
     Point center;
     CHECK(!RadiusCenter(1000, {0, 0}, 0, center));

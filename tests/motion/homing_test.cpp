@@ -2,7 +2,7 @@
 #include "support/started_library.h"
 
 using namespace trevik;
-using trevik::test::StartedLibrary;
+using namespace trevik::test;
 
 TEST_CASE_FIXTURE(StartedLibrary, "homing computes its speeds in integers, with one rate for both ramps")
 {
@@ -21,11 +21,11 @@ command axes 0x4  CMD_START_ACC_DEC
     // No time, and no rise: the slowest ramp.
     CHECK(TrevikA_home_start(0, 2, 500, 10000, 0, 9) == TREVIK_OK);
     const std::string no_time = driver.log();
-    CHECK(no_time.find("ACCEL_RATE = 65535\nwrite  axis 2  DECEL_RATE = 65535\n") != std::string::npos);
-    CHECK(no_time.find("MODE = 0x01000018\n") != std::string::npos);
-    CHECK(no_time.find("CMD_START_HIGH\n") != std::string::npos);
+    CHECK(Has(no_time, "ACCEL_RATE = 65535\nwrite  axis 2  DECEL_RATE = 65535\n"));
+    CHECK(Has(no_time, "MODE = 0x01000018\n"));
+    CHECK(Has(no_time, "CMD_START_HIGH\n"));
     CHECK(TrevikA_home_start(0, 2, 10000, 10000, 100, 0) == TREVIK_OK);
-    CHECK(driver.log().find("ACCEL_RATE = 65535\n") != std::string::npos);
+    CHECK(Has(driver.log(), "ACCEL_RATE = 65535\n"));
 
     busy(2);
     CHECK(TrevikA_home_start(0, 2, 500, 6553501, 100, 0) == TREVIK_ERR_BUSY);

@@ -1,24 +1,17 @@
 // Request logs of whole line moves, worked out by hand.
 #include "support/started_library.h"
 
-#include <doctest/doctest.h>
-
 using namespace trevik;
-using trevik::test::StartedLibrary;
-
-namespace
-{
-
-constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
-
-} // namespace
+using namespace trevik::test;
 
 TEST_CASE_FIXTURE(StartedLibrary, "a 2-axis line runs its longest axis at its share of the path speed")
 {
     // Distances 3000, -4000: k = 0.8. m = 1965 from the unscaled 10000; FH = trunc(1966 * 8000 / 300 + 0.95), FL
     // from 400; rate = trunc(1966080 / (49805 * 4)) - 1.
-    const std::uint8_t flags[4] = {9, 1, 9, 0};
-    CHECK(TrevikA_T_LINE2_move(0, 4, 3000, -4000, flags, 500, 10000, 100, 100, 2) == TREVIK_OK);
+    const std::uint8_t flags[4] = {9, 1, 9, 0}; // by axis
+    for (const std::uint8_t axis : {std::uint8_t{1}, std::uint8_t{3}})
+        shadow(axis).LastTarget = 1000;
+    CHECK(TrevikA_T_LINE2_move(0, 4, 4000, -4000, flags, 500, 10000, 100, 100, 2) == TREVIK_OK);
     CHECK(driver.log() == R"(read   axis 1  main status -> 0x0008
 read   axis 3  main status -> 0x0008
 read   axis 1  START_TRIGGER_ENV -> 0x00000000
@@ -52,42 +45,37 @@ TEST_CASE_FIXTURE(StartedLibrary, "the first axis alone decides whether a line i
     // The profile needs 3002 pulses. 3000 on the first axis: short, each axis its share 39 * |D| / 46.
     CHECK(TrevikA_T_LINE3_move(0, 3, 3000, -400, 100, relative, 500, 10000, 100, 500, 0) == TREVIK_OK);
     const std::string short_line = driver.log();
-    CHECK(short_line.find("axis 1  RAMPDOWN_POINT = 2543\n") != std::string::npos);
-    CHECK(short_line.find("axis 2  RAMPDOWN_POINT = 339\n") != std::string::npos);
-    CHECK(short_line.find("axis 3  RAMPDOWN_POINT = 84\nwrite  axis 3  MODE = 0x05002061\n") != std::string::npos);
-    CHECK(short_line.find("command axes 0xE  CMD_START_ACC_DEC\n") != std::string::npos);
+    CHECK(Has(short_line, "axis 1  RAMPDOWN_POINT = 2543\n"));
+    CHECK(Has(short_line, "axis 2  RAMPDOWN_POINT = 339\n"));
+    CHECK(Has(short_line, "axis 3  RAMPDOWN_POINT = 84\nwrite  axis 3  MODE = 0x05002061\n"));
+    CHECK(Has(short_line, "command axes 0xE  CMD_START_ACC_DEC\n"));
     // 400 on the first axis and 30000 on the second: short all the same; the other way round: full for every axis.
     TrevikA_T_LINE2_move(0, 0, 400, 30000, relative, 500, 10000, 100, 500, 0);
-    CHECK(driver.log().find("axis 1  MODE = 0x05002061\n") != std::string::npos);
+    CHECK(Has(driver.log(), "axis 1  MODE = 0x05002061\n"));
     CHECK(TrevikA_T_LINE3_move(0, 0, 30000, -400, 100, relative, 500, 10000, 100, 500, 0) == TREVIK_OK);
     const std::string full = driver.log();
-    CHECK(full.find("axis 0  RAMPDOWN_POINT = 2592\n") != std::string::npos);
-    CHECK(full.find("axis 2  RAMPDOWN_POINT = 2592\nwrite  axis 2  MODE = 0x01002061\n") != std::string::npos);
+    CHECK(Has(full, "axis 0  RAMPDOWN_POINT = 2592\n"));
+    CHECK(Has(full, "axis 2  RAMPDOWN_POINT = 2592\nwrite  axis 2  MODE = 0x01002061\n"));
 }
 
 TEST_CASE_FIXTURE(StartedLibrary, "a line to nowhere is written and started with the slowest speeds")
 {
     CHECK(TrevikA_T_LINE2_move(0, 0, 0, 0, relative, 500, 10000, 0, 0, 0) == TREVIK_OK);
-    CHECK(head(6) == R"(read   axis 0  main status -> 0x0008
-read   axis 1  main status -> 0x0008
-write  axis 0  DISTANCE = 0
-write  axis 0  START_SPEED = 1
-write  axis 0  MAX_SPEED = 1
-write  axis 0  ACCEL_RATE = 1
-)");
+    CHECK(Has(driver.log(),
+              "axis 0  START_SPEED = 1\nwrite  axis 0  MAX_SPEED = 1\nwrite  axis 0  ACCEL_RATE = 1\n"));
 }
 
 TEST_CASE_FIXTURE(StartedLibrary, "a queued S-curve line of 3 axes, given by linear and curved times")
 {
     for (std::uint8_t axis = 0; axis < 3; ++axis) {
         TrevikA_continuous_flag_set(0, axis, 1);
-        driver.port(MainStatusPort(axis)) = 0;
+        busy(axis);
     }
     // k = 1 along axis 0. FH = 65534, FL = 3277, rise 62257. Acceleration 100 ms linear + 2 x 50 ms curved: S range
     // trunc(50 * 62257 / 300) = 10376, rate trunc(200 * clock / ((62257 + 20752) * 4000)) - 1 = 10. Deceleration
     // wholly curved in 150 ms: trunc(150 * clock / (62257 * 8000)) - 1 = 4.
     CHECK(TrevikA_S_LINE3_move(0, 0, 50000, 0, 0, relative, 500, 10000, 100, 150, 50, 0, 1) == TREVIK_OK);
-    CHECK(head(13) == R"(read   axis 0  main status -> 0x0000
+    CHECK(driver.log().starts_with(R"(read   axis 0  main status -> 0x0000
 read   axis 1  main status -> 0x0000
 read   axis 2  main status -> 0x0000
 write  axis 0  PRESET_DISTANCE = 50000
@@ -100,7 +88,7 @@ write  axis 0  PRESET_RAMPDOWN_POINT = 0
 write  axis 0  PRESET_MODE = 0x01040461
 write  axis 0  PRESET_S_ACCEL_RANGE = 10376
 write  axis 0  PRESET_S_DECEL_RANGE = 0
-)");
+)"));
 }
 
 TEST_CASE_FIXTURE(StartedLibrary, "a 4-axis S-curve line, given by whole ramp times, fits a short distance")
@@ -109,61 +97,42 @@ TEST_CASE_FIXTURE(StartedLibrary, "a 4-axis S-curve line, given by whole ramp ti
     // 9500 * 50 / 700 = 678 pulses/s; S ranges trunc(1966 * 1187 / 300) = 7778 and 4443. Along axis 3.
     CHECK(TrevikA_S_LINE4_move(0, 0, 0, 0, 700, relative, 500, 10000, 100, 400, 20, 50, 0) == TREVIK_OK);
     const std::string log = driver.log();
-    CHECK(log.find("write  axis 3  S_ACCEL_RANGE = 0\n") != std::string::npos); // axis 0 moves 0: wholly curved
-    CHECK(log.find("write  axis 3  MODE = 0x05002461\n") != std::string::npos);
-    CHECK(log.find("command axes 0xF  CMD_START_ACC_DEC\n") != std::string::npos);
+    CHECK(Has(log, "write  axis 3  S_ACCEL_RANGE = 0\n")); // axis 0 moves 0: wholly curved
+    CHECK(Has(log, "write  axis 3  MODE = 0x05002461\n"));
+    CHECK(Has(log, "command axes 0xF  CMD_START_ACC_DEC\n"));
 
     CHECK(TrevikA_S_LINE4_move(0, 1000000, 0, 0, 0, relative, 500, 10000, 100, 400, 20, 50, 0) == TREVIK_OK);
     const std::string full = driver.log();
-    CHECK(full.find("write  axis 0  S_ACCEL_RANGE = 7778\nwrite  axis 0  S_DECEL_RANGE = 4443\n") !=
-          std::string::npos);
-    CHECK(full.find("write  axis 0  MODE = 0x01002461\n") != std::string::npos);
+    CHECK(Has(full, "write  axis 0  S_ACCEL_RANGE = 7778\nwrite  axis 0  S_DECEL_RANGE = 4443\n"));
+    CHECK(Has(full, "write  axis 0  MODE = 0x01002461\n"));
 }
 
 TEST_CASE_FIXTURE(StartedLibrary, "refusals of lines, and what they leave behind")
 {
-    struct Row {
-        const char *what;
-        std::uint32_t result;
-        std::uint32_t expected;
-    };
-    std::uint8_t flags[4] = {0, 0, 0, 0};
-    const Row rows[] = {
-        {"pair 6", TrevikA_T_LINE2_move(0, 6, 1, 1, flags, 1, 1, 0, 0, 0), TREVIK_ERR_PARAM},
-        {"triple 4", TrevikA_T_LINE3_move(0, 4, 1, 1, 1, flags, 1, 1, 0, 0, 0), TREVIK_ERR_PARAM},
-        {"trigger 3", TrevikA_S_LINE2_move(0, 0, 1, 1, flags, 1, 1, 0, 0, 0, 0, 3), TREVIK_ERR_PARAM},
-        {"4 axes, trigger 2", TrevikA_T_LINE4_move(0, 1, 1, 1, 1, flags, 1, 1, 0, 0, 2), TREVIK_ERR_PARAM},
-        {"no flags", TrevikA_T_LINE2_move(0, 0, 1, 1, nullptr, 1, 1, 0, 0, 0), TREVIK_ERR_PARAM},
-        {"no card", TrevikA_T_LINE2_move(1, 9, 1, 1, nullptr, 1, 1, 0, 0, 9), TREVIK_ERR_HANDLE},
-        {"S times before the card", TrevikA_S_LINE4_move(99, 1, 1, 1, 1, flags, 1, 9, 99, 99, 50, 0, 0),
-         TREVIK_ERR_PARAM},
-        {"S times, deceleration", TrevikA_S_LINE4_move(99, 1, 1, 1, 1, flags, 1, 9, 100, 99, 50, 50, 0),
-         TREVIK_ERR_PARAM},
-        {"S times right, card wrong", TrevikA_S_LINE4_move(99, 1, 1, 1, 1, flags, 1, 9, 100, 100, 50, 50, 0),
-         TREVIK_ERR_CARD},
-    };
-    for (const Row &row : rows) {
-        CAPTURE(row.what);
-        CHECK(row.result == row.expected);
-    }
+    CHECK(TrevikA_T_LINE2_move(0, 6, 1, 1, relative, 1, 1, 0, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_T_LINE3_move(0, 4, 1, 1, 1, relative, 1, 1, 0, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_S_LINE2_move(0, 0, 1, 1, relative, 1, 1, 0, 0, 0, 0, 3) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_T_LINE4_move(0, 1, 1, 1, 1, relative, 1, 1, 0, 0, 2) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_T_LINE2_move(0, 0, 1, 1, nullptr, 1, 1, 0, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_T_LINE2_move(1, 9, 1, 1, nullptr, 1, 1, 0, 0, 9) == TREVIK_ERR_HANDLE);
+    // The times of an S-curve before the card.
+    CHECK(TrevikA_S_LINE4_move(99, 1, 1, 1, 1, relative, 1, 9, 99, 99, 50, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_S_LINE4_move(99, 1, 1, 1, 1, relative, 1, 9, 100, 99, 50, 50, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_S_LINE4_move(99, 1, 1, 1, 1, relative, 1, 9, 100, 100, 50, 50, 0) == TREVIK_ERR_CARD);
     CHECK(driver.requests() == 0);
 
     TrevikA_continuous_flag_set(0, 0, 1);
-    CHECK(TrevikA_T_LINE2_move(0, 0, 1, 1, flags, 1, 1, 0, 0, 0) == TREVIK_ERR_CONTINUOUS_MIX);
+    CHECK(TrevikA_T_LINE2_move(0, 0, 1, 1, relative, 1, 1, 0, 0, 0) == TREVIK_ERR_CONTINUOUS_MIX);
     CHECK(driver.requests() == 0);
     TrevikA_continuous_flag_set(0, 1, 1);
-    driver.port(MainStatusPort(1)) = MainStatus::preset_full_bit;
-    CHECK(TrevikA_T_LINE2_move(0, 0, 1, 1, flags, 1, 1, 0, 0, 0) == TREVIK_ERR_QUEUE_FULL);
+    preset_full(1);
+    CHECK(TrevikA_T_LINE2_move(0, 0, 1, 1, relative, 1, 1, 0, 0, 0) == TREVIK_ERR_QUEUE_FULL);
     CHECK(driver.log() == "read   axis 0  main status -> 0x0008\nread   axis 1  main status -> 0x4000\n");
 
     // A maximum speed that is too high is noticed after the targets have moved on.
-    CHECK(TrevikA_T_LINE2_move(0, 5, 700, 800, flags, 1, 6553501, 0, 0, 0) == TREVIK_ERR_PARAM);
-    driver.reg(2, Register::COUNTER1) = 700;
-    CHECK(driver.log().find("write") == std::string::npos);
-    driver.port(MainStatusPort(3)) = 0;
-    CHECK(TrevikA_T_LINE2_move(0, 5, 1, 1, flags, 1, 1, 0, 0, 0) == TREVIK_ERR_BUSY);
-    driver.port(MainStatusPort(3)) = MainStatus::idle_bit;
-    TrevikA_continuous_flag_set(0, 3, 1); // an axis that is not looked at keeps its target
-    driver.port(MainStatusPort(3)) = 0;
-    CHECK(TrevikA_T_position_move(0, 3, 800, 1, 1, 1, 0, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_T_LINE2_move(0, 5, 700, 800, relative, 1, 6553501, 0, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(!Has(driver.log(), "write"));
+    busy(3);
+    CHECK(TrevikA_T_LINE2_move(0, 5, 1, 1, relative, 1, 1, 0, 0, 0) == TREVIK_ERR_BUSY);
+    CHECK((shadow(2).LastTarget == 700u && shadow(3).LastTarget == 800u));
 }

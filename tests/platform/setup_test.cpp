@@ -1,10 +1,11 @@
-#include "fake_driver.h"
+#include "support/recording_driver.h"
 
 #include "platform/os.h"
 
 #include <doctest/doctest.h>
 
 using namespace trevik;
+using trevik::test::RecordingDriver;
 
 namespace
 {
@@ -56,19 +57,16 @@ Detail Ask(os::HDEVINFO set, os::SP_DEVICE_INTERFACE_DATA data, const DetailRequ
 
 TEST_SUITE("host card search")
 {
-    TEST_CASE("every interface is found, with its path")
+    TEST_CASE("a set ends after its interfaces, stands for the driver it was made of, and is destroyed once")
     {
-        FakeDriver driver;
+        const RecordingDriver driver({{.path = "first"}, {.path = "second"}});
         os::HDEVINFO set = NewSet();
-        std::vector<std::string> found;
+        const RecordingDriver later;
         os::SP_DEVICE_INTERFACE_DATA data{sizeof data, {}, 0, 0};
-        os::DWORD index = 0;
-        for (; Enumerate(set, index, data) == os::ErrorSuccess; ++index) {
-            CHECK(data.InterfaceClassGuid.Data4[0] == 4);
-            found.push_back(Ask(set, data).path);
-        }
-        CHECK(os::GetLastError() == os::ErrorNoMoreItems);
-        CHECK(found == std::vector<std::string>{"first", "second"});
+        CHECK(Enumerate(set, 2, data) == os::ErrorNoMoreItems);
+        CHECK(Enumerate(set, 1, data) == os::ErrorSuccess);
+        CHECK(data.InterfaceClassGuid.Data4[0] == 4);
+        CHECK(Ask(set, data).path == "second");
         CHECK(os::CloseHandle(set) == 0);
         CHECK(os::SetupDiDestroyDeviceInfoList(set) == 1);
         CHECK(os::SetupDiDestroyDeviceInfoList(set) == 0);
@@ -77,7 +75,7 @@ TEST_SUITE("host card search")
 
     TEST_CASE("error numbers of detail requests")
     {
-        FakeDriver driver;
+        RecordingDriver driver({{.path = "first"}, {.path = "second"}});
         os::HDEVINFO set = NewSet();
         os::SP_DEVICE_INTERFACE_DATA data{sizeof data, {}, 0, 0};
         REQUIRE(Enumerate(set, 1, data) == os::ErrorSuccess);
@@ -85,12 +83,10 @@ TEST_SUITE("host card search")
             DetailRequest request;
             os::DWORD error = 0;
             os::DWORD required_size = 0; // 4 + strlen("second") + 1
-        } table[] = {
-            {{.buffer_size = 0}, 122, 11},     {{.buffer_size = 10}, 122, 11},
-            {{.buffer_size = 11}, 0, 11},      {{.device_cb_size = 0}, 0, 11},
-            {{.detail_cb_size = 8}, 1784, 0},  {{.interface_cb_size = 32}, 1784, 0},
-            {{.device_cb_size = 32}, 1784, 0},
-        };
+        } table[] = {{{.buffer_size = 0}, 122, 11},    {{.buffer_size = 10}, 122, 11},
+                     {{.buffer_size = 11}, 0, 11},     {{.device_cb_size = 0}, 0, 11},
+                     {{.detail_cb_size = 8}, 1784, 0}, {{.interface_cb_size = 32}, 1784, 0},
+                     {{.device_cb_size = 32}, 1784, 0}};
         for (const auto &row : table) {
             CAPTURE(&row - table);
             const Detail answer = Ask(set, data, row.request);
@@ -100,23 +96,11 @@ TEST_SUITE("host card search")
         }
         data.Reserved = 3;
         CHECK(Ask(set, data).error == os::ErrorInvalidParameter);
-        driver.paths[1] = nullptr;
+        driver.devices()[1].path.clear();
         data.Reserved = 2;
         CHECK(Ask(set, data, {.buffer_size = 0}).error == os::ErrorInvalidData);
         data.cbSize = 32;
         CHECK(Enumerate(set, 0, data) == os::ErrorInvalidUserBuffer);
-        os::SetupDiDestroyDeviceInfoList(set);
-    }
-
-    TEST_CASE("a set stands for the driver in place when it was made")
-    {
-        FakeDriver driver;
-        os::HDEVINFO set = NewSet();
-        FakeDriver later;
-        later.paths[1] = "other";
-        os::SP_DEVICE_INTERFACE_DATA data{sizeof data, {}, 0, 0};
-        REQUIRE(Enumerate(set, 1, data) == os::ErrorSuccess);
-        CHECK(Ask(set, data).path == "second");
         os::SetupDiDestroyDeviceInfoList(set);
     }
 }

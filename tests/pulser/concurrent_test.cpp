@@ -25,7 +25,6 @@ TEST_SUITE("concurrent")
                 TrevikA_stop_emg(3);
             }
         });
-        const std::uint8_t all[4] = {1, 1, 1, 1};
         for (std::uint8_t i = 0; i < 200; ++i) {
             const auto axis = static_cast<std::uint8_t>(i % 4);
             TrevikA_pulser_map_set(0, axis, static_cast<std::uint8_t>((i + 1) % 4), i % 2);
@@ -33,7 +32,7 @@ TEST_SUITE("concurrent")
             TrevikVirtual_counter_set(0, axis, 4, i * 100);
             TrevikA_T_position_move(0, axis, 100, 0, 500, 5000, 10, 10, 0);
             TrevikA_pulser_counter_set(0, axis, i);
-            TrevikA_stop(0, all, 10);
+            TrevikA_stop(0, test::all_axes, 10);
             TrevikA_pulser_motion_enable(0, axis, i % 2, 2);
         }
         other_card.join();

@@ -2,8 +2,7 @@
 #include "support/started_library.h"
 
 using namespace trevik;
-using trevik::test::Pulses;
-using trevik::test::StartedLibrary;
+using namespace trevik::test;
 
 namespace
 {
@@ -27,11 +26,6 @@ struct Handwheel : StartedLibrary {
         return driver.log();
     }
 };
-
-bool Has(const std::string &log, const char *line)
-{
-    return log.find(line) != std::string::npos;
-}
 
 } // namespace
 

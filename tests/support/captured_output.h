@@ -1,4 +1,4 @@
-// Standard output between construction and text().
+// What a call prints on standard output.
 #pragma once
 
 #include <cstdio>
@@ -8,42 +8,30 @@
 namespace trevik::test
 {
 
-class CapturedOutput
+template <class Call>
+std::string Printed(Call call)
 {
-  public:
-    CapturedOutput() : file_(std::tmpfile())
-    {
-        std::fflush(stdout);
-        saved_ = dup(STDOUT_FILENO);
-        dup2(fileno(file_), STDOUT_FILENO);
-    }
-    ~CapturedOutput() { restore(); }
-    CapturedOutput(const CapturedOutput &) = delete;
-    CapturedOutput &operator=(const CapturedOutput &) = delete;
+    std::FILE *file = std::tmpfile();
+    std::fflush(stdout);
+    const int standard_output = dup(STDOUT_FILENO);
+    dup2(fileno(file), STDOUT_FILENO);
+    call();
+    std::fflush(stdout);
+    dup2(standard_output, STDOUT_FILENO);
+    ::close(standard_output);
+    std::string text(4096, '\0');
+    text.resize(static_cast<std::size_t>(pread(fileno(file), text.data(), text.size(), 0)));
+    std::fclose(file);
+    return text;
+}
 
-    std::string text()
-    {
-        restore();
-        std::string all;
-        std::rewind(file_);
-        for (int c = std::fgetc(file_); c != EOF; c = std::fgetc(file_))
-            all += static_cast<char>(c);
-        return all;
-    }
-
-  private:
-    void restore()
-    {
-        if (saved_ < 0)
-            return;
-        std::fflush(stdout);
-        dup2(saved_, STDOUT_FILENO);
-        ::close(saved_);
-        saved_ = -1;
-    }
-
-    std::FILE *file_;
-    int saved_;
-};
+// Start-up, which prints, in silence.
+template <class Initial>
+std::uint32_t Quietly(Initial initial)
+{
+    std::uint32_t result = 0;
+    Printed([&] { result = initial(); });
+    return result;
+}
 
 } // namespace trevik::test

@@ -29,7 +29,6 @@ struct Device {
 
 // One request, byte for byte.
 struct RawRequest {
-    std::uint32_t device;
     std::uint32_t code;
     std::vector<std::uint8_t> in;
     std::uint32_t out_size;
@@ -71,18 +70,11 @@ class RecordingDriver
     // The requests since the last time this was asked, a line each; and byte for byte.
     std::string log()
     {
-        std::string text;
-        for (const std::string &line : std::exchange(lines_, {}))
-            text += line + "\n";
         raw_.clear();
-        return text;
+        return std::exchange(log_, {});
     }
     const std::vector<RawRequest> &raw() const { return raw_; }
-    void forget()
-    {
-        lines_.clear();
-        raw_.clear();
-    }
+    void forget() { log(); }
     std::size_t requests() const { return raw_.size(); }
 
     int opened() const { return opened_; }
@@ -118,13 +110,13 @@ class RecordingDriver
     {
         RecordingDriver &driver = self(context);
         const auto *bytes = static_cast<const std::uint8_t *>(in);
-        driver.raw_.push_back({device, code, {bytes, bytes + in_size}, out_size});
+        driver.raw_.push_back({code, {bytes, bytes + in_size}, out_size});
         std::uint32_t error = 0;
         if (const auto refusal = driver.refusals_.find(driver.total_++); refusal != driver.refusals_.end())
             error = refusal->second;
         else
             driver.answer(device, code, bytes, out);
-        driver.lines_.push_back(DescribeRequest({code, in, in_size, out, out_size, error}));
+        driver.log_ += DescribeRequest({code, in, in_size, out, out_size, error}) + "\n";
         *returned = error == 0 ? out_size : 0;
         return error;
     }
@@ -159,7 +151,7 @@ class RecordingDriver
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint32_t> registers_;
     std::map<std::size_t, std::uint32_t> refusals_;
     std::size_t total_ = 0;
-    std::vector<std::string> lines_;
+    std::string log_;
     std::vector<RawRequest> raw_;
     int opened_ = 0;
     int closed_ = 0;

@@ -17,6 +17,13 @@ constexpr std::uint32_t Pulses(std::int32_t value)
     return static_cast<std::uint32_t>(value);
 }
 
+inline constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
+
+inline bool Has(const std::string &log, const std::string &lines)
+{
+    return log.find(lines) != std::string::npos;
+}
+
 struct StartedLibrary {
     RecordingDriver driver;
 
@@ -31,8 +38,6 @@ struct StartedLibrary {
         manager.StopPulserTicks();
         TrevikHost_clock_manual(0);
     }
-    StartedLibrary(const StartedLibrary &) = delete;
-    StartedLibrary &operator=(const StartedLibrary &) = delete;
 
     void idle(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = MainStatus::idle_bit; }
     void busy(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = 0; }
@@ -43,16 +48,6 @@ struct StartedLibrary {
         Axis checked;
         REQUIRE(manager.checked(0, axis, checked) == Result::Ok);
         return checked.shadow();
-    }
-
-    // The first `lines` lines of the log.
-    std::string head(std::size_t lines)
-    {
-        const std::string all = driver.log();
-        std::size_t end = 0;
-        while (lines-- > 0)
-            end = all.find('\n', end) + 1;
-        return all.substr(0, end);
     }
 };
 

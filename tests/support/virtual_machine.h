@@ -22,6 +22,8 @@ namespace trevik::test
 {
 
 inline constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
+inline constexpr std::uint8_t first_axis[4] = {1, 0, 0, 0};
+inline constexpr std::uint8_t all_axes[4] = {1, 1, 1, 1};
 
 inline std::uint32_t Unsigned(std::int32_t value)
 {
@@ -82,9 +84,8 @@ class VirtualMachine
         TrevikHost_driver_set(nullptr);
         TrevikHost_clock_manual(1);
         REQUIRE(TrevikVirtual_cards_set(cards) == TREVIK_OK);
-        const CapturedOutput quiet;
         manager.StopPulserTicks();
-        REQUIRE(TrevikA_initial() == TREVIK_OK);
+        REQUIRE(Quietly(TrevikA_initial) == TREVIK_OK);
         if (!handwheel)
             manager.StopPulserTicks();
     }

@@ -78,9 +78,6 @@ constexpr Drawn moves[] = {
       "ACCEL_RATE                  6  ramp of 91 ms",
       "ramp up   at 0.0 ms: 500 to 20,000 pulses/s in 91.0 ms, asked for 100"},
      {"TrevikA_T_position_move(0, 0, 20000, 0, 500, 20000, 100, 100, 0);", "RAMPDOWN_POINT", "CMD_START_ACC_DEC"}},
-    {"T-position --distance -1500 --absolute",
-     {"ended at -1,500 pulses", "part of a ramp", "DISTANCE                -1500"},
-     {"TrevikA_T_position_move(0, 0, -1500, 1,", "DISTANCE", "speed, pulses/s"}},
     {"S-position --distance 12000 --accel 200 --s-accel 50",
      {"ended at 12,000 pulses", "asked for 200", "positioning, S"},
      {"S_ACCEL_RANGE", "S_DECEL_RANGE", "wholly curved"}},
@@ -106,14 +103,14 @@ constexpr Drawn moves[] = {
     {"home-search --direction 1 --home-switch -3600 -3000 --max 5000 --distance 300",
      {"took", "search, −, T", "DISTANCE                  300"},
      {"TrevikA_home_search(0, 0, 500, 5000, 100, 1, 300);", "HOME_CONFIG", ">home</text>"}},
-    {"T-position --distance 3",
-     {"highest speed 945 pulses/s", "500 to 945 pulses/s in 2.08 ms", "945 to 500 pulses/s in 2.08 ms"},
-     {"acceleration, pulses/s²", "time, ms", "DISTANCE"}},
+    {"T-position --distance -3 --absolute",
+     {"ended at -3 pulses; highest speed 945 pulses/s", "500 to 945 pulses/s in 2.08 ms, part of a ramp",
+      "945 to 500 pulses/s in 2.08 ms"},
+     {"TrevikA_T_position_move(0, 0, -3, 1,", "acceleration, pulses/s²", "time, ms"}},
     {"handwheel --counts 500 --turn 1000 --ratio 3",
      {"then at 1,500 pulses; highest speed 1,500 pulses/s", "the last tick of 20 ms", "MOTION_CONFIG"},
      {"TrevikA_pulser_motion_enable(0, 0, 1, 3);", "the last tick of 20 ms", "no deceleration"}},
-    {"T-position --plus-limit 8000", {"ended at 8,000 pulses", "took", ""}, {"+ limit", "class=\"switch\"", ""}},
-};
+    {"T-position --plus-limit 8000", {"ended at 8,000 pulses", "took", ""}, {"+ limit", "class=\"switch\"", ""}}};
 
 struct Refused {
     const char *arguments;
@@ -131,8 +128,7 @@ constexpr Refused mistakes[] = {
     {"T-position --distance 0", 1, "returned 302"},
     {"S-position --accel 100 --s-accel 51", 1, "each S time may be half of its ramp at most"},
     {"T-position --change-at 5000 --change-distance 3000", 1, "make the change earlier"},
-    {"home --home-mode 13", 1, "Home modes are 0 to 12"},
-};
+    {"home --home-mode 13", 1, "Home modes are 0 to 12"}};
 
 } // namespace
 

@@ -44,16 +44,12 @@ TEST_CASE("small circles, all of their pulses")
         std::int64_t steps;
         ArcPoint reached;
     };
-    const Row rows[] = {{{1, 0}, {0, 0}, true, 4, {0, 0}},
-                        {{2, 0}, {0, 0}, true, 12, {0, 0}},
-                        {{5, 0}, {5, 5}, true, 7, {5, 5}},
-                        {{5, 0}, {5, 5}, false, 21, {5, 5}},
-                        {{0, 0}, {9, 9}, true, 0, {0, 0}},
-                        {{3, 4}, {6, 8}, true, 14, {6, 8}},
-                        {{10, 0}, {10, 11}, true, 15, {10, 11}} /* a pulse off the circle */,
-                        {{10, 0}, {10, 13}, true, 14, {10, 10}} /* three */,
-                        {{10, 0}, {0, 1}, true, 1, {0, 1}},
-                        {{10, 0}, {-1, 0}, true, 1, {-1, 0}}};
+    // (10, 11) is one pulse off the circle, (10, 13) three.
+    const Row rows[] = {{{1, 0}, {0, 0}, true, 4, {0, 0}},       {{2, 0}, {0, 0}, true, 12, {0, 0}},
+                        {{5, 0}, {5, 5}, true, 7, {5, 5}},       {{5, 0}, {5, 5}, false, 21, {5, 5}},
+                        {{0, 0}, {9, 9}, true, 0, {0, 0}},       {{3, 4}, {6, 8}, true, 14, {6, 8}},
+                        {{10, 0}, {10, 11}, true, 15, {10, 11}}, {{10, 0}, {10, 13}, true, 14, {10, 10}},
+                        {{10, 0}, {0, 1}, true, 1, {0, 1}},      {{10, 0}, {-1, 0}, true, 1, {-1, 0}}};
     for (const Row &row : rows) {
         CAPTURE(row.end.x);
         CAPTURE(row.center.x);
@@ -61,8 +57,7 @@ TEST_CASE("small circles, all of their pulses")
         path.plan(row.center, row.end, row.plus);
         CHECK(path.steps() == row.steps);
         const ArcPoint reached = Walk(path, row.center);
-        CHECK(reached.x == row.reached.x);
-        CHECK(reached.y == row.reached.y);
+        CHECK((reached.x == row.reached.x && reached.y == row.reached.y));
     }
 }
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
-#include <limits>
 #include <vector>
 
 using namespace trevik::test;
@@ -13,9 +12,6 @@ using trevik::StatusRegister;
 
 namespace
 {
-
-constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
 constexpr std::uint32_t plus_error = 1u << 5;
 constexpr std::uint32_t minus_error = 1u << 6;
@@ -30,7 +26,7 @@ std::uint32_t Errors(unsigned axis)
 // A switch from `first` to `last` on the plus side, mirrored for the minus side.
 void Place(int side, std::uint8_t input, std::int32_t first, std::int32_t last)
 {
-    const std::int32_t low = side > 0 ? first : last == highest ? lowest : -last;
+    const std::int32_t low = side > 0 ? first : last == INT32_MAX ? INT32_MIN : -last;
     CHECK(TrevikVirtual_switch_set(0, 0, input, low, side > 0 ? last : -first) == TREVIK_OK);
 }
 
@@ -56,7 +52,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "home modes")
                 CAPTURE(ramp_ms);
                 const VirtualMachine machine;
                 Place(side, TREVIK_VIRTUAL_HOME, 1000, 1400);
-                Place(side, side > 0 ? TREVIK_VIRTUAL_PLUS_LIMIT : TREVIK_VIRTUAL_MINUS_LIMIT, 3000, highest);
+                Place(side, side > 0 ? TREVIK_VIRTUAL_PLUS_LIMIT : TREVIK_VIRTUAL_MINUS_LIMIT, 3000, INT32_MAX);
                 CHECK(TrevikVirtual_index_set(0, 0, side * 180, 200) == TREVIK_OK);
                 CHECK(TrevikA_current_position_set(0, 0, 7) == TREVIK_OK);
                 CHECK(TrevikA_home_mode_set(0, 0, row.mode, 2) == TREVIK_OK);
@@ -90,7 +86,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "a search finds home from the asked side, wher
                 CAPTURE(ramp_ms);
                 const VirtualMachine machine;
                 Place(side, TREVIK_VIRTUAL_HOME, 1000, 1400);
-                Place(side, side > 0 ? TREVIK_VIRTUAL_PLUS_LIMIT : TREVIK_VIRTUAL_MINUS_LIMIT, 3000, highest);
+                Place(side, side > 0 ? TREVIK_VIRTUAL_PLUS_LIMIT : TREVIK_VIRTUAL_MINUS_LIMIT, 3000, INT32_MAX);
                 CHECK(TrevikVirtual_position_set(0, 0, side * begin) == TREVIK_OK);
                 CHECK(TrevikA_home_search(0, 0, 500, 5000, ramp_ms, side < 0, 300) == TREVIK_OK);
                 std::int32_t nearest = begin;
@@ -107,15 +103,14 @@ TEST_CASE_FIXTURE(VirtualMachine, "a search finds home from the asked side, wher
     }
     // With no home switch it ends at the other limit; a stop ends it, too.
     const VirtualMachine machine;
-    const std::uint8_t first_axis[4] = {1, 0, 0, 0};
     CHECK(TrevikA_home_mode_set(0, 0, 1, 0) == TREVIK_OK);
     CHECK(TrevikA_home_start(0, 0, 500, 5000, 50, 0) == TREVIK_OK);
     TrevikHost_advance(0.1);
     CHECK(TrevikA_stop(0, first_axis, 100) == TREVIK_OK);
     CHECK(run_out() == doctest::Approx(0.1).epsilon(0.05));
     CHECK(TrevikVirtual_position_set(0, 0, 0) == TREVIK_OK);
-    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 3000, highest) == TREVIK_OK);
-    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_MINUS_LIMIT, lowest, -500) == TREVIK_OK);
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 3000, INT32_MAX) == TREVIK_OK);
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_MINUS_LIMIT, INT32_MIN, -500) == TREVIK_OK);
     CHECK(TrevikA_home_search(0, 0, 500, 5000, 50, 0, 300) == TREVIK_OK);
     run_out();
     CHECK((stands(0) == -500 && Errors(0) == minus_error && Errors(0) == 0));
@@ -134,8 +129,8 @@ TEST_CASE_FIXTURE(VirtualMachine, "end limits stop what moves into them, and not
             CAPTURE(line);
             const VirtualMachine machine;
             WriteRegister(1, Register::SIGNAL_CONFIG1, row.config);
-            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_PLUS_LIMIT, 3333, highest);
-            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_MINUS_LIMIT, lowest, -3333);
+            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_PLUS_LIMIT, 3333, INT32_MAX);
+            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_MINUS_LIMIT, INT32_MIN, -3333);
             const auto go = [&](std::int32_t distance, std::uint32_t up_ms = 50) {
                 return line ? TrevikA_T_LINE2_move(0, 0, 8000, distance, relative, 500, 20000, up_ms, 50, 0)
                             : TrevikA_T_position_move(0, 1, Unsigned(distance), 0, 500, 20000, up_ms, 50, 0);
@@ -206,7 +201,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "a switch is met on its pulse, whatever the st
 {
     CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_HOME, 100, 99) == TREVIK_ERR_PARAM);
     CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_LATCH, -10, 1234) == TREVIK_OK);
-    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 777'777, highest) == TREVIK_OK);
+    CHECK(TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 777'777, INT32_MAX) == TREVIK_OK);
     CHECK((ReadStatus(0, StatusRegister::EXT_STATUS) & 1u << 14) != 0);
     CHECK(TrevikA_T_position_move(0, 0, 1'000'000, 0, 500, 6'000'000, 30, 30, 0) == TREVIK_OK);
     TrevikHost_advance(next_event());

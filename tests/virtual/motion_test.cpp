@@ -3,17 +3,11 @@
 
 #include <array>
 #include <cstdlib>
+#include <functional>
 
 using namespace trevik::test;
 using trevik::Command;
 using trevik::Register;
-
-namespace
-{
-
-constexpr std::uint8_t all_four[4] = {1, 1, 1, 1};
-
-} // namespace
 
 TEST_CASE_FIXTURE(VirtualMachine, "random position moves end exactly, in the time that their ramps need")
 {
@@ -55,7 +49,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "ramps last as long as they were asked to, wit
     };
     const Row rows[] = {{20, 20, 0, false, 4},    {333, 100, 0, false, 4}, {1000, 1000, 0, false, 4},
                         {100, 900, 0, false, 4},  {200, 300, 0, true, 8},  {100, 100, 50, true, 8},
-                        {500, 250, 100, true, 8}, {100, 300, 30, true, 8}};
+                        {500, 250, 100, true, 8}, {100, 300, 30, true, 8}, {100, 0, 0, false, 4}};
     for (const Row &row : rows) {
         CAPTURE(row.up_ms);
         const std::uint32_t result =
@@ -86,20 +80,19 @@ TEST_CASE_FIXTURE(VirtualMachine, "ramps last as long as they were asked to, wit
 
 TEST_CASE_FIXTURE(VirtualMachine, "speed is the derivative of position in every kind of ramp")
 {
-    const auto line = [](std::uint32_t decel_ms, std::uint32_t curved_ms) {
-        return TrevikA_S_LINE2_move(0, 0, 40000, 30000, relative, 500, 40000, 100, decel_ms, curved_ms, curved_ms,
-                                    0);
+    struct Kind {
+        bool s_curve;
+        std::uint32_t decel_ms, curved_ms;
     };
-    const auto t_line = [] { return TrevikA_T_LINE2_move(0, 0, 40000, 30000, relative, 500, 40000, 150, 100, 0); };
-    for (const int kind : {0, 1, 2, 3, 4}) {
-        CAPTURE(kind);
+    // T; S: wholly curved and automatic, curved in part, and both with a manual ramp-down point.
+    const Kind kinds[] = {{false, 150, 0}, {true, 150, 0}, {true, 150, 30}, {true, 250, 30}, {true, 250, 0}};
+    for (const auto &[s_curve, decel_ms, curved_ms] : kinds) {
+        CAPTURE(decel_ms);
         const std::int32_t begin = at(0);
-        const std::uint32_t result = kind == 0   ? t_line()
-                                     : kind == 1 ? line(150, 0) // wholly curved, automatic
-                                     : kind == 2 ? line(150, 30)
-                                     : kind == 3 ? line(250, 30) // manual ramp-down point
-                                                 : line(250, 0);
-        CHECK(result == TREVIK_OK);
+        CHECK((s_curve ? TrevikA_S_LINE2_move(0, 0, 40000, 30000, relative, 500, 40000, 100, decel_ms, curved_ms,
+                                              curved_ms, 0)
+                       : TrevikA_T_LINE2_move(0, 0, 40000, 30000, relative, 500, 40000, 100, decel_ms, 0)) ==
+              TREVIK_OK);
         double previous = speed(0);
         double integral = 0;
         const double dt = 1e-4;
@@ -135,7 +128,7 @@ TEST_CASE_FIXTURE(VirtualMachine,
         const double tolerance = seed % 2 == 0 ? 1.5 : 1.0; // it stops half a pulse off its way
         while (!idle(0)) {
             if (steps_to_stop-- == 0) {
-                CHECK(TrevikA_stop(0, all_four, draw.between(0, 1) * 50) == TREVIK_OK);
+                CHECK(TrevikA_stop(0, all_axes, draw.between(0, 1) * 50) == TREVIK_OK);
                 run_out();
                 CHECK(TrevikA_3Axis_restart(0, 0) == TREVIK_OK); // the fourth axis is not named
                 CHECK((idle(0) && idle(1) && idle(2)));
@@ -190,87 +183,24 @@ TEST_CASE_FIXTURE(VirtualMachine, "queued lines follow one another without a sto
     CHECK((at(0) == 1610 && at(1) == 1820 && at(2) == 30 && idle(0) && idle(2)));
 }
 
-TEST_CASE_FIXTURE(VirtualMachine, "a manual ramp-down point slows down where it says")
-{
-    // 10 ms up, 400 ms down: the written point; the axis is at its start speed for the last pulses.
-    CHECK(TrevikA_T_position_move(0, 0, 20000, 0, 1000, 20000, 10, 400, 0) == TREVIK_OK);
-    while (at(0) < 19995)
-        TrevikHost_advance(1e-5);
-    CHECK(speed(0) < 1500);
-    run_out();
-    // No deceleration: at full speed to the last pulse.
-    CHECK(TrevikA_T_position_move(0, 0, 20000, 0, 1000, 20000, 10, 0, 0) == TREVIK_OK);
-    while (at(0) < 39990)
-        TrevikHost_advance(1e-5);
-    CHECK(speed(0) > 19900);
-    run_out();
-    CHECK(at(0) == 40000);
-}
-
-TEST_CASE_FIXTURE(VirtualMachine, "the end of a running move changes, also to one that it has passed")
-{
-    struct Row {
-        std::int32_t end;
-        bool overshoots;
-    };
-    for (const Row row : {Row{30000, false}, Row{8000, false}, Row{3100, true}, Row{-5000, true}}) {
-        CAPTURE(row.end);
-        CHECK(TrevikA_current_position_set(0, 0, 0) == TREVIK_OK);
-        CHECK(TrevikA_T_position_move(0, 0, 10000, 0, 500, 20000, 100, 100, 0) == TREVIK_OK);
-        TrevikHost_advance(0.2);
-        const std::int32_t before = at(0);
-        const double speed_before = speed(0);
-        CHECK(TrevikA_position_change(0, 0, Unsigned(row.end), 1) == TREVIK_OK);
-        CHECK(at(0) == before);
-        CHECK(speed(0) == doctest::Approx(speed_before));
-        std::int32_t highest = 0;
-        while (!idle(0)) {
-            TrevikHost_advance(0.001);
-            highest = std::max(highest, at(0));
-        }
-        CHECK(at(0) == row.end);
-        CHECK((highest > std::max(row.end, before)) == row.overshoots);
-        CHECK(TrevikA_T_position_move(0, 0, Unsigned(row.end), 1, 500, 500, 0, 0, 0) == TREVIK_ERR_PARAM);
-    }
-}
-
-TEST_CASE_FIXTURE(VirtualMachine, "stops leave the axis where it is and drop what was queued")
-{
-    const std::uint8_t first[4] = {1, 0, 0, 0};
-    CHECK(TrevikA_T_LINE2_move(0, 0, 30000, 40000, relative, 500, 20000, 100, 100, 0) == TREVIK_OK);
-    TrevikHost_advance(0.5);
-    const std::int32_t x = at(0);
-    CHECK(TrevikA_stop(0, first, 100) == TREVIK_OK); // 16000 pulses/s of the longest axis down in 0.1 s
-    const double seconds = run_out();
-    CHECK(seconds == doctest::Approx(0.1).epsilon(0.15));
-    CHECK((idle(0) && idle(1)));
-    CHECK(at(0) - x == doctest::Approx(600).epsilon(0.15)); // 12000 pulses/s of this axis, half of it on average
-    CHECK(at(1) == doctest::Approx(at(0) * 4 / 3.0).epsilon(0.001));
-
-    for (std::uint8_t axis = 0; axis < 2; ++axis)
-        TrevikA_continuous_flag_set(0, axis, 1);
-    CHECK(TrevikA_T_LINE2_move(0, 0, 3000, 4000, relative, 500, 20000, 100, 100, 0) == TREVIK_OK);
-    CHECK(TrevikA_T_LINE2_move(0, 0, 3000, 4000, relative, 500, 20000, 100, 100, 0) == TREVIK_OK);
-    TrevikHost_advance(0.1);
-    const std::int32_t y = at(1);
-    CHECK(TrevikA_stop_emg(0) == TREVIK_OK);
-    TrevikHost_advance(10);
-    CHECK((at(1) == y && idle(0) && !queued(0)));
-}
-
 TEST_CASE_FIXTURE(VirtualMachine, "a stop drops what is queued behind any axis of its operation")
 {
-    const std::uint8_t first[4] = {1, 0, 0, 0};
-    for (const bool waiting : {false, true}) {
-        for (const std::uint32_t decel_ms : {0u, 50u}) {
+    const std::function<std::uint32_t()> stops[] = {[] { return TrevikA_stop_emg(0); },
+                                                    [] { return TrevikA_stop(0, first_axis, 0); },
+                                                    [] { return TrevikA_stop(0, first_axis, 50); }};
+    for (const auto &stop : stops) {
+        for (const bool waiting : {false, true}) {
+            CAPTURE(&stop - stops);
             CAPTURE(waiting);
             for (std::uint8_t axis = 0; axis < 3; ++axis)
                 TrevikA_continuous_flag_set(0, axis, 1);
             CHECK(TrevikA_T_LINE2_move(0, 0, 10000, 10000, relative, 1000, 10000, 100, 100, waiting) == TREVIK_OK);
             CHECK(TrevikA_T_LINE2_move(0, 3, 500, 500, relative, 1000, 10000, 100, 100, 0) == TREVIK_OK);
             TrevikHost_advance(0.3);
-            CHECK(TrevikA_stop(0, first, decel_ms) == TREVIK_OK);
+            const std::int32_t there = at(0);
+            CHECK(stop() == TREVIK_OK);
             run_out();
+            CHECK((&stop == &stops[2] || at(0) == there));
             for (std::uint8_t axis = 0; axis < 3; ++axis)
                 CHECK((idle(axis) && !queued(axis)));
         }
@@ -279,18 +209,18 @@ TEST_CASE_FIXTURE(VirtualMachine, "a stop drops what is queued behind any axis o
 
 TEST_CASE_FIXTURE(VirtualMachine, "stops and changes that follow one another slow down by the rate asked for")
 {
-    const std::uint8_t first[4] = {1, 0, 0, 0};
+    const auto begin_to_stop = [] {
+        CHECK(TrevikA_T_position_move(0, 0, 1000000, 0, 100, 10000, 100, 100, 0) == TREVIK_OK);
+        TrevikHost_advance(1);
+        TrevikA_stop(0, first_axis, 100);
+    };
     // A second, longer stop is not cut short by where the first one would have ended.
-    CHECK(TrevikA_T_position_move(0, 0, 1000000, 0, 100, 10000, 100, 100, 0) == TREVIK_OK);
-    TrevikHost_advance(1);
-    TrevikA_stop(0, first, 100);
+    begin_to_stop();
     TrevikHost_advance(0.01);
-    TrevikA_stop(0, first, 2000);
+    TrevikA_stop(0, first_axis, 2000);
     CHECK(run_out() == doctest::Approx(1.8).epsilon(0.05));
     // A change during a stop does not set the axis going again.
-    CHECK(TrevikA_T_position_move(0, 0, 1000000, 0, 100, 10000, 100, 100, 0) == TREVIK_OK);
-    TrevikHost_advance(1);
-    TrevikA_stop(0, first, 100);
+    begin_to_stop();
     TrevikHost_advance(0.05);
     TrevikA_position_change(0, 0, 50000, 0);
     CHECK(run_out() < 0.1);
@@ -309,35 +239,30 @@ TEST_CASE_FIXTURE(VirtualMachine, "stops and changes that follow one another slo
     // A line stopped by its shorter axis takes the time given for that axis.
     CHECK(TrevikA_T_LINE2_move(0, 0, 50000, 100000, relative, 100, 10000, 100, 100, 0) == TREVIK_OK);
     TrevikHost_advance(1);
-    TrevikA_stop(0, first, 2000);
+    TrevikA_stop(0, first_axis, 2000);
     CHECK(run_out() == doctest::Approx(2).epsilon(0.05));
-    // A move that waits for its trigger takes a new end.
-    TrevikA_current_position_set(0, 0, 0);
-    CHECK(TrevikA_T_position_move(0, 0, 1000, 0, 1000, 1000, 0, 0, 1) == TREVIK_OK);
-    CHECK(TrevikA_position_change(0, 0, 5000, 0) == TREVIK_OK);
-    SendCommand(0xF, Command::CMD_CSTA_PULSE);
-    run_out();
-    CHECK(at(0) == 5000);
     // A queued move whose start was refused is not what a later direct move runs.
     TrevikA_continuous_flag_set(0, 0, 1);
     TrevikVirtual_refuse(0, 12, 1, 31);
     CHECK(TrevikA_T_position_move(0, 0, 7777, 0, 1000, 1000, 0, 0, 0) == TREVIK_OK);
     CHECK(idle(0));
     TrevikA_continuous_flag_set(0, 0, 0);
-    CHECK(TrevikA_T_position_move(0, 0, 4900, 1, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+    const std::int32_t there = at(0);
+    CHECK(TrevikA_T_position_move(0, 0, 100, 0, 1000, 1000, 0, 0, 0) == TREVIK_OK);
     run_out();
-    CHECK(at(0) == 4900);
+    CHECK(at(0) == there + 100);
 }
 
-TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the simultaneous-start signal")
+TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the simultaneous-start signal, and take a new end meanwhile")
 {
     CHECK(TrevikA_T_LINE2_move(0, 0, 100, 50, relative, 1000, 1000, 0, 0, 1) == TREVIK_OK);
     CHECK(TrevikA_T_position_move(0, 2, 100, 0, 1000, 1000, 0, 0, 1) == TREVIK_OK);
+    CHECK(TrevikA_position_change(0, 2, 5000, 0) == TREVIK_OK);
     TrevikHost_advance(10);
     CHECK((!idle(0) && !idle(2) && at(0) == 0 && at(2) == 0));
     SendCommand(0xF, Command::CMD_CSTA_PULSE);
     run_out();
-    CHECK((at(0) == 100 && at(1) == 50 && at(2) == 100));
+    CHECK((at(0) == 100 && at(1) == 50 && at(2) == 5000));
 }
 
 TEST_CASE_FIXTURE(VirtualMachine, "moves wait for the comparator start trigger")
