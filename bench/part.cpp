@@ -1,6 +1,8 @@
 // trevik-run's own way from text to a drawn contour, in memory and without the drawing.
 #include "trevik-run/run.h"
 
+#include "api/card_manager.h"
+
 #include <trevik/TrevikHost.h>
 #include <trevik/TrevikVirtual.h>
 
@@ -56,6 +58,7 @@ void Run(benchmark::State &state, int segments, const std::string &text)
     double machine_s = 0;
     const double megabytes_before = PeakMegabytes();
     for (auto _ : state) {
+        trevik::manager.StopPulserTicks(); // of the run before
         TrevikVirtual_cards_set("0:A");
         TrevikHost_clock_manual(1);
         trevik_run::Report report;
