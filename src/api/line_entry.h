@@ -10,13 +10,6 @@ namespace trevik
 
 using Coordinates = std::array<std::int32_t, 4>;
 
-inline LineRamps TRamps(RampTimes times)
-{
-    LineRamps ramps;
-    ramps.times = times;
-    return ramps;
-}
-
 // Linear and curved times of the 2- and 3-axis S-curve lines.
 inline LineRamps STimeRamps(std::uint32_t accel_ms, std::uint32_t decel_ms, std::uint32_t s_accel_ms,
                             std::uint32_t s_decel_ms)

@@ -57,13 +57,6 @@ void WriteRampedAxis(const Axis &axis, std::int32_t end, const ProfileRegisters 
         WriteSRanges(axis, profile);
 }
 
-LineRamps LineTimes(double time_s)
-{
-    LineRamps ramps;
-    ramps.times = {time_s, time_s};
-    return ramps;
-}
-
 } // namespace
 
 ProfileRegisters PlanArc(MoveSpeeds speeds, const ArcRamp &ramp, std::uint32_t multiplier)
@@ -115,7 +108,7 @@ Result ArcThroughMove(const Card &card, const AxisSet &pair, const ThroughArc &a
     if (!found.collinear)
         return ArcCenterMove(card, pair, {found.circle.center, EndOf(end, last), found.direction}, false, speed);
     if (end == ArcEnd::AtPoint) {
-        LineMove(card, pair, {Coordinates(last), all_relative.data()}, {speed, speed}, LineTimes(0), 0);
+        LineMove(card, pair, {Coordinates(last), all_relative.data()}, {speed, speed}, TRamps({}), 0);
         return Result::ArcAsLine;
     }
     ArcCenterMove(card, pair, {{last.x / 2, last.y / 2}, {}, found.direction}, false, speed);
@@ -196,7 +189,7 @@ Result RampedArcThroughMove(const Card &card, const AxisSet &pair, const Through
     if (geometry == Result::Ok)
         return RampedArcCenterMove(card, pair, found, {all_relative.data(), run.speeds, run.ramp, run.trigger});
     if (end == ArcEnd::AtPoint || run.ramp.curve == Curve::S)
-        LineMove(card, pair, {Coordinates(arc.end), run.absolute_flags}, run.speeds, LineTimes(run.ramp.time_s),
+        LineMove(card, pair, {Coordinates(arc.end), run.absolute_flags}, run.speeds, TRamps(run.ramp.both().times),
                  run.trigger);
     return geometry;
 }

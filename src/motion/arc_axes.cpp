@@ -66,10 +66,4 @@ void WriteCircleAxis(const Axis &axis, std::int32_t end, const ProfileRegisters 
     WriteMoveRegister(axis, Register::CENTER, static_cast<std::uint32_t>(center));
 }
 
-void WriteSRanges(const Axis &axis, const ProfileRegisters &profile)
-{
-    WriteMoveRegister(axis, Register::S_ACCEL_RANGE, profile.AccelSRangeValue);
-    WriteMoveRegister(axis, Register::S_DECEL_RANGE, profile.DecelSRangeValue);
-}
-
 } // namespace trevik

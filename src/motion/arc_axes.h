@@ -36,7 +36,4 @@ void MarkCircle(const CheckedAxes &axes);
 // Speeds, rates and multiplier between the end and the center of one axis.
 void WriteCircleAxis(const Axis &axis, std::int32_t end, const ProfileRegisters &profile, std::int32_t center);
 
-// The S ranges of both ramps.
-void WriteSRanges(const Axis &axis, const ProfileRegisters &profile);
-
 } // namespace trevik

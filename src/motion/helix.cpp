@@ -137,12 +137,9 @@ Result HelixThroughMove(const Card &card, const ThroughArc &arc, ArcEnd end, Hel
     const Result geometry = FindCircle(CheckedAxes(card, AxisPair(0)), arc, end, run.absolute_flags, found);
     if (geometry == Result::Ok)
         return HelixComputed(card, found, z, run);
-    if (end == ArcEnd::AtPoint && run.ramp.curve == Curve::T) {
-        LineRamps ramps;
-        ramps.times = run.ramp.both().times;
-        LineMove(card, helix_axes, {{arc.end.x, arc.end.y, z.z}, run.absolute_flags}, run.speeds, ramps,
-                 run.trigger);
-    }
+    if (end == ArcEnd::AtPoint && run.ramp.curve == Curve::T)
+        LineMove(card, helix_axes, {{arc.end.x, arc.end.y, z.z}, run.absolute_flags}, run.speeds,
+                 TRamps(run.ramp.both().times), run.trigger);
     return geometry;
 }
 

@@ -40,10 +40,8 @@ void WriteAxis(const Axis &axis, std::uint32_t distance, const ProfileRegisters 
     WriteSpeedRegisters(axis, profile);
     WriteMoveRegister(axis, Register::RAMPDOWN_POINT, profile.RampDownValue);
     WriteMoveRegister(axis, Register::MODE, axis.shadow().ModeWord);
-    if (curve == Curve::S) {
-        WriteMoveRegister(axis, Register::S_ACCEL_RANGE, profile.AccelSRangeValue);
-        WriteMoveRegister(axis, Register::S_DECEL_RANGE, profile.DecelSRangeValue);
-    }
+    if (curve == Curve::S)
+        WriteSRanges(axis, profile);
 }
 
 } // namespace
@@ -100,8 +98,7 @@ Result LineChange(const Card &card, const AxisSet &set, const std::array<std::in
     if (SpeedTooHigh(speeds.max_pps))
         return Result::Param;
 
-    LineRamps ramps;
-    ramps.times = times;
+    LineRamps ramps = TRamps(times);
     ramps.running = true;
     const LinePlan plan = PlanMove(axes, distances, speeds, ramps);
     for (const Axis &axis : axes)

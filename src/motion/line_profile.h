@@ -33,6 +33,13 @@ struct LineRamps {
     Curve curve() const { return kind == Kind::T ? Curve::T : Curve::S; }
 };
 
+inline LineRamps TRamps(RampTimes times)
+{
+    LineRamps ramps;
+    ramps.times = times;
+    return ramps;
+}
+
 // One profile for each axis of the line, in the order of its distances.
 struct LinePlan {
     std::array<ProfileRegisters, most_line_axes> profiles;

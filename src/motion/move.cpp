@@ -86,4 +86,10 @@ void WriteSpeedRegisters(const Axis &axis, const ProfileRegisters &profile)
     WriteMoveRegister(axis, Register::MULTIPLIER, profile.MultiplierValue);
 }
 
+void WriteSRanges(const Axis &axis, const ProfileRegisters &profile)
+{
+    WriteMoveRegister(axis, Register::S_ACCEL_RANGE, profile.AccelSRangeValue);
+    WriteMoveRegister(axis, Register::S_DECEL_RANGE, profile.DecelSRangeValue);
+}
+
 } // namespace trevik

@@ -64,4 +64,7 @@ inline void WriteMoveRegister(const Axis &axis, Register direct, std::uint32_t v
     axis.write(MoveRegister(axis.shadow(), direct), value);
 }
 
+// Writes the S ranges of both ramps, which follow the other registers of every S-curve move.
+void WriteSRanges(const Axis &axis, const ProfileRegisters &profile);
+
 } // namespace trevik

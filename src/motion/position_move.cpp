@@ -17,8 +17,7 @@ void WriteShape(const Axis &axis, const ProfileRegisters &profile, Curve curve)
     }
     WriteMoveRegister(axis, Register::MODE, axis.shadow().ModeWord);
     WriteMoveRegister(axis, Register::RAMPDOWN_POINT, profile.RampDownValue);
-    WriteMoveRegister(axis, Register::S_ACCEL_RANGE, profile.AccelSRangeValue);
-    WriteMoveRegister(axis, Register::S_DECEL_RANGE, profile.DecelSRangeValue);
+    WriteSRanges(axis, profile);
 }
 
 Result PositionMove(const Axis &axis, Destination destination, MoveSpeeds speeds, const MoveRamps &ramps,
