@@ -99,8 +99,8 @@ struct CallbackLink {
 struct alignas(64) CardState {
     HandleSlot DriverHandle;
     CardRecord Record;
-    Relaxed<std::uint8_t> IrqIdle; // 1: interrupt delivery is not enabled
-    Relaxed<os::HANDLE> IrqEvent;  // of the last enable; never closed
+    Relaxed<std::uint8_t> IrqIdle;          // 1: interrupt delivery is not enabled
+    Relaxed<os::HANDLE> IrqEvent;           // of the last enable; never closed
     Relaxed<std::uint8_t> CompareStartAxis; // axis whose comparator gives the start trigger
     std::array<AxisShadow, axis_count> Axes;
     CallbackLink Link;
