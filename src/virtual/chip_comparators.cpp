@@ -89,7 +89,7 @@ StopAction Chip::action(const Section &section, Compared compared)
 template <class Function>
 void Chip::each_comparator(const Section &section, Function function)
 {
-    for (const Compared compared : {Compared::Limit1, Compared::Limit2, Compared::Start, Compared::Output})
+    for (const Compared compared : every_comparator)
         if ((section.compares & Bit(compared)) != 0)
             function(compared, comparator(section, compared));
 }
@@ -99,19 +99,18 @@ void Chip::note_watched(unsigned axis)
 {
     Section &section = sections_[axis];
     const unsigned bit = 1u << axis;
-    section.compares = (1u << comparator_count) - 1;
-    unsigned compares = 0;
+    section.compares = 0;
     bool by_position = section.around.fitted();
     bool by_time = (section.reg(Register::EVENT_ENABLE) & ramp_events) != 0;
-    each_comparator(section, [&](Compared compared, const Comparator &comparator) {
-        if (comparator.condition == Condition::Off)
-            return;
-        compares |= Bit(compared);
-        by_time = by_time || comparator.counter == 4;
-        by_position = by_position || comparator.counter != 4;
-    });
-    section.compares = compares;
-    section.met &= compares;
+    for (const Compared compared : every_comparator) {
+        const Comparator read = comparator(section, compared);
+        if (read.condition == Condition::Off)
+            continue;
+        section.compares |= Bit(compared);
+        by_time = by_time || read.counter == 4;
+        by_position = by_position || read.counter != 4;
+    }
+    section.met &= section.compares;
     watched_axes_ = by_position ? watched_axes_ | bit : watched_axes_ & ~bit;
     next_look_ns_ = never_ns;
     timed_axes_ = by_time ? timed_axes_ | bit : timed_axes_ & ~bit;
