@@ -37,8 +37,10 @@ void Chip::begin_phase(Section &axis, const Instant &now)
 {
     HomingState &homing = axis.homing;
     const HomePhase &phase = *homing.phase;
-    if (phase.until == Until::End)
+    if (phase.until == Until::End) {
+        raise_event(axis, Event::Ended);
         return;
+    }
     homing.phase_over = false;
     homing.index_left = index_option.get(axis.reg(Register::HOME_CONFIG)) + 1;
     axis.creeping = phase.pace == Pace::Start;
@@ -135,7 +137,7 @@ void Chip::reach(Section &axis, const Instant &now)
         phase.until == Until::LimitOn && limit_slowly.get(axis.reg(Register::SIGNAL_CONFIG1)) == 0;
     const bool stands = now.pulses == 0;
     if (phase.then == Then::Stop || axis.start == StartKind::High || hard_limit || stands) {
-        settle_group(axis, now.pulses);
+        settle_group(axis, now);
         end_phase(axis, now);
     } else {
         homing.phase_over = true;
