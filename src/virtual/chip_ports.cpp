@@ -6,17 +6,17 @@ namespace trevik::virtual_card
 namespace
 {
 
-// Ports 0 to 7 of an axis are general ones. A command sets the level of one: 0x10 to 0x17 low, 0x18 to 0x1F high.
-constexpr unsigned port_low_command = 0x10;
-constexpr unsigned port_high_command = 0x18;
+// Ports 0 to 7 of an axis are general ones. A command sets the level of one.
+constexpr auto port_low_command = static_cast<unsigned>(Command::CMD_PORT0_LOW);
+constexpr auto port_high_command = static_cast<unsigned>(Command::CMD_PORT0_HIGH);
 constexpr unsigned port_count = 8;
 constexpr unsigned first_switched_port = 3; // of those whose direction is chosen
 constexpr unsigned last_switched_port = 6;
 constexpr unsigned comparator_port = 7;
 constexpr std::uint32_t always_outputs = 1u << 0 | 1u << 1;
 
-constexpr unsigned clear_on_command = 0x24;
-constexpr unsigned clear_off_command = 0x25;
+constexpr auto clear_on_command = static_cast<unsigned>(Command::CMD_OUTPUT_ON);
+constexpr auto clear_off_command = static_cast<unsigned>(Command::CMD_OUTPUT_OFF);
 
 // Direction of a port in SIGNAL_CONFIG2.
 bool IsOutput(std::uint32_t config, unsigned port)
