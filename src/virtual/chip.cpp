@@ -11,12 +11,31 @@ namespace
 // A pulse counts as put out a hair before its exact time, so that rounding never hides the last one.
 constexpr double pulse_tolerance = 1e-6;
 
+constexpr BitField encoder_backwards{22, 1}; // of SIGNAL_CONFIG2
+
 constexpr unsigned first_write_code = 0x80;
 constexpr unsigned first_read_code = 0xC0;
+
+constexpr Register CounterRegister(unsigned number)
+{
+    return static_cast<Register>(WriteCode(Register::COUNTER1) + number - 1);
+}
+constexpr unsigned CounterNumber(Register reg)
+{
+    return WriteCode(reg) - WriteCode(Register::COUNTER1) + 1u;
+}
 
 std::uint32_t InputBit(std::uint32_t inputs, Input input, unsigned bit)
 {
     return (inputs & Bit(input)) != 0 ? 1u << bit : 0;
+}
+
+// The flags of a register that reading clears.
+std::uint32_t Taken(std::uint32_t &flags)
+{
+    const std::uint32_t taken = flags;
+    flags = 0;
+    return taken;
 }
 
 // The inputs as EXT_STATUS shows them; the operations in the buffer come on top.
@@ -133,13 +152,22 @@ std::int64_t Chip::travelled(const Section &section, std::int64_t now_ns)
     return share(section, leader_pulses(leader_of(section), now_ns));
 }
 
-// Counters 1 to 4.
+// What counters 1 to 4 count, from power-up.
+std::uint32_t Chip::counted(const Section &section, unsigned number, std::int64_t now_ns)
+{
+    if (number == 4)
+        return section.wheel.counted(now_ns);
+    const std::int64_t done = travelled(section, now_ns);
+    const std::uint32_t put_out = section.put_out + static_cast<std::uint32_t>(done);
+    if (number == 1)
+        return put_out;
+    const std::uint32_t encoder = section.encoder.count(section.base_position + done);
+    return number == 2 ? encoder : put_out - encoder;
+}
+
 std::uint32_t Chip::counter(const Section &section, unsigned number, std::int64_t now_ns)
 {
-    if (number == 1)
-        return section.base_counter1 + static_cast<std::uint32_t>(travelled(section, now_ns));
-    const std::uint32_t value = section.registers[WriteCode(Register::COUNTER1) - first_write_code + number - 1];
-    return number == 4 ? value + section.wheel.counted(now_ns) : value;
+    return section.reg(CounterRegister(number)) + counted(section, number, now_ns);
 }
 
 std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns)
@@ -150,11 +178,10 @@ std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, s
         const std::uint32_t operations = (section.state != State::Idle ? 1u : 0u) + (section.queued ? 1u : 0u);
         return ExtendedInputs(inputs_now(section, now_ns)) | operations << 20;
     }
-    case StatusRegister::ERROR_FLAGS: {
-        const std::uint32_t errors = section.errors;
-        section.errors = 0;
-        return errors;
-    }
+    case StatusRegister::ERROR_FLAGS:
+        return Taken(section.errors);
+    case StatusRegister::EVENT_FLAGS:
+        return Taken(section.events);
     case StatusRegister::REMAINING: {
         if (!running)
             return static_cast<std::uint32_t>(Size(section.rest));
@@ -184,10 +211,8 @@ std::uint32_t Chip::read(unsigned axis, std::uint32_t read_code, std::int64_t no
     Section &section = sections_[axis];
     if (read_code >= ReadCode(StatusRegister::LATCH_DATA) && read_code <= ReadCode(StatusRegister::CURRENT_SPEED))
         return status_register(section, read_code, now_ns);
-    if (read_code == ReadCode(Register::COUNTER1))
-        return counter(section, 1, now_ns);
-    if (read_code == ReadCode(Register::COUNTER4))
-        return counter(section, 4, now_ns);
+    if (read_code >= ReadCode(Register::COUNTER1) && read_code <= ReadCode(Register::COUNTER4))
+        return counter(section, read_code - ReadCode(Register::COUNTER1) + 1, now_ns);
     return section.registers[read_code - first_read_code];
 }
 
@@ -207,11 +232,14 @@ void Chip::written(Section &section, Register reg, std::uint32_t value, std::int
     const Moment now{now_ns, 0};
     switch (reg) {
     case Register::COUNTER1:
-        section.base_counter1 = value - static_cast<std::uint32_t>(travelled(section, now_ns));
+    case Register::COUNTER2:
+    case Register::COUNTER3:
+    case Register::COUNTER4:
+        section.reg(reg) = value - counted(section, CounterNumber(reg), now_ns);
         update_next_event(now_ns);
         break;
-    case Register::COUNTER4:
-        section.reg(Register::COUNTER4) = value - section.wheel.counted(now_ns);
+    case Register::SIGNAL_CONFIG2:
+        scale_encoder(section, now_ns);
         break;
     case Register::PRESET_MODE:
         section.preset_chosen = true;
@@ -257,7 +285,14 @@ void Chip::command(unsigned axis_set, std::uint8_t code, std::int64_t now_ns)
         stop(axis_set, {now_ns, 0});
         break;
     case Command::CMD_STOP_IMMEDIATE:
+        stop_at_once(axis_set, now_ns);
+        break;
     case Command::CMD_EMERGENCY_STOP:
+        raise_in_busy(axis_set, Error::EmergencyStop);
+        stop_at_once(axis_set, now_ns);
+        break;
+    case Command::CMD_CSTP_PULSE:
+        raise_in_busy(axis_set, Error::StoppedTogether);
         stop_at_once(axis_set, now_ns);
         break;
     case Command::CMD_RESTART:
@@ -290,8 +325,7 @@ std::int32_t Chip::position(unsigned axis, std::int64_t now_ns)
 {
     advance(now_ns);
     const Section &section = sections_[axis];
-    const auto base = static_cast<std::uint32_t>(section.base_position);
-    return static_cast<std::int32_t>(base + static_cast<std::uint32_t>(travelled(section, now_ns)));
+    return static_cast<std::int32_t>(section.base_position + travelled(section, now_ns));
 }
 
 bool Chip::move_by_hand(unsigned axis, std::int32_t position, std::int64_t now_ns)
@@ -321,6 +355,25 @@ void Chip::turn_handwheel(unsigned axis, std::int32_t counts, double seconds, st
     Section &section = sections_[axis];
     section.reg(Register::COUNTER4) += section.wheel.counted(now_ns);
     section.wheel = {now_ns, seconds, counts};
+}
+
+void Chip::set_encoder_scale(unsigned axis, std::int32_t counts, std::int32_t pulses, std::int64_t now_ns)
+{
+    advance(now_ns);
+    Section &section = sections_[axis];
+    section.encoder_counts = counts;
+    section.encoder_pulses = pulses;
+    scale_encoder(section, now_ns);
+}
+
+// The encoder counts on from here by its scale and the way in which its input is configured.
+void Chip::scale_encoder(Section &section, std::int64_t now_ns)
+{
+    const bool backwards = encoder_backwards.get(section.reg(Register::SIGNAL_CONFIG2)) != 0;
+    const std::int64_t counts = section.encoder_counts;
+    section.encoder.scale(backwards ? -counts : counts, section.encoder_pulses,
+                          section.base_position + travelled(section, now_ns));
+    update_next_event(now_ns);
 }
 
 std::int64_t Chip::next_event(std::int64_t now_ns)

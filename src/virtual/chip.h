@@ -9,6 +9,7 @@
 #include "driver/mode_word.h"
 #include "driver/registers.h"
 #include "virtual/arc_path.h"
+#include "virtual/event.h"
 #include "virtual/homing.h"
 #include "virtual/input.h"
 #include "virtual/moment.h"
@@ -35,6 +36,14 @@ class Chip
     std::uint16_t main_status(unsigned axis, std::int64_t now_ns);
     std::uint16_t sub_status(unsigned axis, std::int64_t now_ns);
 
+    // What an axis raised since this was last asked, whether or not its flag registers were read.
+    struct Raised {
+        std::uint32_t events = 0;
+        std::uint32_t errors = 0;
+    };
+    bool raised_any() const { return raised_axes_ != 0; }
+    Raised take_raised(unsigned axis);
+
     // The machine's side.
     std::int32_t position(unsigned axis, std::int64_t now_ns);
     bool move_by_hand(unsigned axis, std::int32_t position,
@@ -43,6 +52,9 @@ class Chip
     bool input(unsigned axis, Input input, std::int64_t now_ns);
     void set_input(unsigned axis, Input input, bool active, std::int64_t now_ns);
     void turn_handwheel(unsigned axis, std::int32_t counts, double seconds, std::int64_t now_ns);
+    // The encoder gives `counts` for every `pulses` (1 or more) of the machine's way, from here on; negative counts:
+    // the other way round.
+    void set_encoder_scale(unsigned axis, std::int32_t counts, std::int32_t pulses, std::int64_t now_ns);
 
     // Changes what stands around an axis.
     template <class Change>
@@ -65,11 +77,14 @@ class Chip
     struct Section {
         std::array<std::uint32_t, register_count> registers{};
         std::uint32_t inputs = 0; // set by hand
+        std::uint32_t events = 0; // since EVENT_FLAGS was read
         std::uint32_t errors = 0; // since ERROR_FLAGS was read
+        Raised raised;
 
-        // Where the axis stands, without what the running operation has done.
-        std::int32_t base_position = 0;
-        std::uint32_t base_counter1 = 0;
+        // Where the axis stands and the signed pulses that it has put out, without what the running operation has
+        // done. The registers of the counters hold what they differ from these by.
+        std::int64_t base_position = 0;
+        std::uint32_t put_out = 0;
 
         State state = State::Idle;
         Kind kind = Kind::Unknown;
@@ -113,6 +128,9 @@ class Chip
         ArcPath arc;               // of its first axis
 
         Surroundings around;
+        Encoder encoder;
+        std::int32_t encoder_counts = 1; // for every encoder_pulses, as the machine has it
+        std::int32_t encoder_pulses = 1;
         HandwheelTurn wheel;
 
         std::uint32_t reg(Register r) const { return registers[WriteCode(r) - 0x80u]; }
@@ -145,6 +163,7 @@ class Chip
             if ((axis_set >> axis & 1) != 0)
                 function(axis, sections_[axis]);
     }
+    unsigned axis_bit(const Section &section) const { return 1u << (&section - sections_.data()); }
     Section &leader_of(const Section &section) { return sections_[section.leader]; }
 
     // Time passes: chip.cpp
@@ -161,7 +180,9 @@ class Chip
     int way(const Section &section, const Instant &now);
     double part_of_speed(const Section &section, std::int64_t pulses);
     std::int64_t travelled(const Section &section, std::int64_t now_ns);
+    std::uint32_t counted(const Section &section, unsigned number, std::int64_t now_ns);
     std::uint32_t counter(const Section &section, unsigned number, std::int64_t now_ns);
+    void scale_encoder(Section &section, std::int64_t now_ns);
     std::uint32_t status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns);
     void written(Section &section, Register reg, std::uint32_t value, std::int64_t now_ns);
 
@@ -207,6 +228,11 @@ class Chip
     bool can_restart(const Section &leader, unsigned axis_set);
     void restart(unsigned axis_set, const Moment &now);
 
+    // Events and errors: chip_events.cpp
+    void raise_event(Section &section, Event event);
+    void raise_error(Section &section, Error error);
+    void raise_in_busy(unsigned axis_set, Error error);
+
     // Inputs and what they do: chip_inputs.cpp
     std::uint32_t inputs_at(const Section &section, std::int64_t travelled);
     std::uint32_t inputs_now(const Section &section, std::int64_t now_ns);
@@ -216,7 +242,7 @@ class Chip
     void look(Section &leader, const Instant &now);
     void look(Section &section, Section &leader, const Instant &now);
     bool protect(Section &section, Section &leader, const Instant &now);
-    void fail(Section &section, Section &leader, unsigned error_bit, bool slowly, const Instant &now);
+    void fail(Section &section, Section &leader, Error error, bool slowly, const Instant &now);
     bool slow_down_asked(const Section &leader);
     void heed_slow_down(Section &section, Section &leader, bool rising, const Instant &now);
 
@@ -233,6 +259,7 @@ class Chip
     std::array<Section, chip_axes> sections_;
     std::int64_t next_event_ns_ = never_ns;
     unsigned fitted_axes_ = 0; // with something around them that depends on the position
+    unsigned raised_axes_ = 0;
 };
 
 } // namespace trevik::virtual_card

@@ -37,8 +37,10 @@ void Chip::begin_phase(Section &axis, const Instant &now)
 {
     HomingState &homing = axis.homing;
     const HomePhase &phase = *homing.phase;
-    if (phase.until == Until::End)
+    if (phase.until == Until::End) {
+        raise_event(axis, Event::Ended);
         return;
+    }
     homing.phase_over = false;
     homing.index_left = index_option.get(axis.reg(Register::HOME_CONFIG)) + 1;
     axis.creeping = phase.pace == Pace::Start;

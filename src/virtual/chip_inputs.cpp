@@ -15,12 +15,6 @@ constexpr BitField slow_down_stops{4, 1};
 constexpr BitField slow_down_latched{5, 1};
 constexpr BitField alarm_slowly{8, 1};
 
-// Bits of ERROR_FLAGS.
-constexpr unsigned plus_limit_error = 5;
-constexpr unsigned minus_limit_error = 6;
-constexpr unsigned alarm_error = 7;
-constexpr unsigned slow_down_error = 10;
-
 } // namespace
 
 // Inputs of an axis when its leg has travelled this far; index pulses of the encoder are not among them.
@@ -134,7 +128,7 @@ bool Chip::protect(Section &section, Section &leader, const Instant &now)
 {
     const std::uint32_t config = section.reg(Register::SIGNAL_CONFIG1);
     if ((section.seen & Bit(Input::Alarm)) != 0) {
-        fail(section, leader, alarm_error, alarm_slowly.get(config) != 0, now);
+        fail(section, leader, Error::Alarm, alarm_slowly.get(config) != 0, now);
         return true;
     }
     const int going = way(section, now);
@@ -142,14 +136,14 @@ bool Chip::protect(Section &section, Section &leader, const Instant &now)
     const Input ahead = plus ? Input::PlusLimit : Input::MinusLimit;
     if (going == 0 || (section.seen & Bit(ahead)) == 0 || expects_limit(section))
         return false;
-    fail(section, leader, plus ? plus_limit_error : minus_limit_error, limit_slowly.get(config) != 0, now);
+    fail(section, leader, plus ? Error::PlusLimit : Error::MinusLimit, limit_slowly.get(config) != 0, now);
     return true;
 }
 
 // Ends an operation by a fault of one of its axes: on this pulse, or slowly if it has moved at all.
-void Chip::fail(Section &section, Section &leader, unsigned error_bit, bool slowly, const Instant &now)
+void Chip::fail(Section &section, Section &leader, Error error, bool slowly, const Instant &now)
 {
-    section.errors |= 1u << error_bit;
+    raise_error(section, error);
     drop_queue(leader.group);
     if (!slowly || now.pulses == 0) {
         settle_group(leader, now.pulses);
@@ -177,7 +171,7 @@ void Chip::heed_slow_down(Section &section, Section &leader, bool rising, const 
     const std::uint32_t config = section.reg(Register::SIGNAL_CONFIG1);
     const bool asked = slow_down_asked(leader);
     if (asked && rising && slow_down_stops.get(config) != 0) {
-        fail(section, leader, slow_down_error, true, now);
+        fail(section, leader, Error::SlowDown, true, now);
         return;
     }
     const bool slowed = asked || (leader.slowed && slow_down_latched.get(config) != 0);

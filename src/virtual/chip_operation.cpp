@@ -269,9 +269,8 @@ void Chip::settle_group(Section &leader, std::int64_t pulses)
         const std::int64_t done = section.state == State::Running ? share(section, pulses) : 0;
         section.rest = HasDistance(section.kind) ? section.target - done : 0;
         section.interrupted = IsArc(section.kind) ? unfinished : section.rest != 0;
-        section.base_counter1 += static_cast<std::uint32_t>(done);
-        section.base_position = static_cast<std::int32_t>(static_cast<std::uint32_t>(section.base_position) +
-                                                          static_cast<std::uint32_t>(done));
+        section.put_out += static_cast<std::uint32_t>(done);
+        section.base_position += done;
         section.origin += done;
         section.state = State::Idle;
     });
@@ -294,6 +293,8 @@ void Chip::finish(Section &leader, const Moment &now)
         launch(leader, now);
     } else if (IsHoming(leader.kind)) {
         end_phase(leader, {now, 0, false});
+    } else {
+        each(leader.group, [&](unsigned, Section &section) { raise_event(section, Event::Ended); });
     }
 }
 

@@ -50,7 +50,8 @@ Moment Chip::time_of_count(const Section &source, std::uint32_t count, std::uint
     Section &leader = leader_of(source);
     if (source.state != State::Running || leader.longest == 0)
         return {};
-    const auto target = static_cast<std::int64_t>(static_cast<std::int32_t>(count - source.base_counter1));
+    const auto target = static_cast<std::int64_t>(
+        static_cast<std::int32_t>(count - source.put_out - source.reg(Register::COUNTER1)));
     std::int64_t pulses = leader_pulses(leader, now_ns);
     while (pulses < leader.longest) {
         const bool arc = IsArc(source.kind);

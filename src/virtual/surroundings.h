@@ -44,6 +44,28 @@ class Surroundings
     std::array<Stretch, input_count> switches_{};
 };
 
+// The encoder of the axis, which counts the machine's way. Counts wrap.
+class Encoder
+{
+  public:
+    // `counts` for every `pulses` from a position on, where the count stays what it was.
+    void scale(std::int64_t counts, std::int64_t pulses, std::int64_t position);
+
+    std::uint32_t count(std::int64_t position) const { return static_cast<std::uint32_t>(steps(position)) + base_; }
+    // Counts between two positions, less than 2^32 of them apart.
+    std::int64_t between(std::int64_t from, std::int64_t to) const
+    {
+        return static_cast<std::int64_t>(steps(to) - steps(from));
+    }
+
+  private:
+    std::uint64_t steps(std::int64_t position) const;
+
+    std::int64_t counts_ = 1;
+    std::int64_t pulses_ = 1;
+    std::uint32_t base_ = 0;
+};
+
 // A turn of the handwheel, spread evenly over its time.
 struct HandwheelTurn {
     std::int64_t begin_ns = 0;
