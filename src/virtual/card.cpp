@@ -35,6 +35,16 @@ constexpr RequestSize SizesOf(ControlCode code)
     return {0, 0};
 }
 
+// Interrupt sources: bits 0 to 3 the axes, bit 4 the card.
+constexpr unsigned card_source = 1u << chip_axes;
+
+constexpr BitField axis_masked{29, 1}; // of SIGNAL_CONFIG1
+
+constexpr std::uint32_t PortOffset(Port port)
+{
+    return static_cast<std::uint32_t>(port);
+}
+
 constexpr Register Counter(unsigned counter)
 {
     return static_cast<Register>(WriteCode(Register::COUNTER1) + counter - 1);
@@ -105,12 +115,31 @@ std::uint32_t Card::answer(const ControlRequest &request, std::int64_t now_ns)
         PutField(out, 3, number_);
         PutField(out, 4, std::uint32_t{0});
         return 0;
-    case ControlCode::IOCTL_IRQ_STATUS:
-        std::memset(out, 0, request.out_size); // nothing on this card raises interrupts
-        return 0;
     default:
-        return 0; // interrupt link and enable, release
+        return interrupt_request(code, in, out, now_ns);
     }
+}
+
+std::uint32_t Card::interrupt_request(ControlCode code, const void *in, void *out, std::int64_t now_ns)
+{
+    constexpr std::size_t process_at = 16;
+    collect(now_ns);
+    switch (code) {
+    case ControlCode::IOCTL_IRQ_STATUS:
+        std::memset(out, 0, SizesOf(code).out);
+        interrupts_.take_snapshot(out);
+        break;
+    case ControlCode::IOCTL_IRQ_LINK:
+        interrupts_.link(GetField<std::uint32_t>(in, process_at), GetField<std::uint32_t>(in, 24));
+        break;
+    case ControlCode::IOCTL_IRQ_ENABLE:
+        interrupts_.enable(GetField<std::uint32_t>(in, process_at), GetField<std::uint8_t>(in, 20) != 0);
+        break;
+    default:
+        interrupts_.release(GetField<std::uint32_t>(in, process_at));
+        break;
+    }
+    return 0;
 }
 
 std::uint32_t Card::register_read(const void *in, void *out, std::int64_t now_ns)
@@ -127,7 +156,10 @@ std::uint32_t Card::register_write(const void *in, std::int64_t now_ns)
     const auto axis = GetField<std::uint32_t>(in, 0);
     if (axis >= chip_axes)
         return error_invalid_parameter;
-    chip_.write(axis, GetField<std::uint32_t>(in, 4), GetField<std::uint32_t>(in, 8), now_ns);
+    const auto write_code = GetField<std::uint32_t>(in, 4);
+    if (write_code == WriteCode(Register::SIGNAL_CONFIG1))
+        collect(now_ns); // what happened so far, under the mask so far
+    chip_.write(axis, write_code, GetField<std::uint32_t>(in, 8), now_ns);
     return 0;
 }
 
@@ -153,15 +185,74 @@ std::uint16_t Card::read_port(std::uint32_t offset, std::int64_t now_ns)
             return chip_.main_status(axis, now_ns);
         return offset == SubStatusPort(axis) ? chip_.sub_status(axis, now_ns) : std::uint16_t{0};
     }
+    if (offset == PortOffset(Port::InterruptState)) {
+        collect(now_ns);
+        return static_cast<std::uint16_t>(unmasked(now_ns) | interrupts_.pending() << 8);
+    }
+    if (CardTimers::owns(offset))
+        return timers_.read(offset);
     return offset / 2 < ports_.size() ? ports_[offset / 2] : std::uint16_t{0};
 }
 
 void Card::write_port(std::uint32_t offset, std::uint16_t value, std::int64_t now_ns)
 {
-    if (offset == static_cast<std::uint32_t>(Port::Command))
+    if (offset == PortOffset(Port::Command)) {
         chip_.command(value >> 8, static_cast<std::uint8_t>(value), now_ns);
+        return;
+    }
+    collect(now_ns); // before a timer or the mask changes
+    if (CardTimers::owns(offset))
+        timers_.write(offset, value, now_ns);
     else if (offset >= MainStatusPort(chip_axes) && offset / 2 < ports_.size())
         ports_[offset / 2] = value;
+}
+
+// The sources that may interrupt.
+unsigned Card::unmasked(std::int64_t now_ns)
+{
+    unsigned sources = (ports_[PortOffset(Port::InterruptMask) / 2] & 1) != 0 ? card_source : 0;
+    for (unsigned axis = 0; axis < chip_axes; ++axis)
+        if (axis_masked.get(chip_.read(axis, ReadCode(Register::SIGNAL_CONFIG1), now_ns)) == 0)
+            sources |= 1u << axis;
+    return sources;
+}
+
+// What has happened up to now and may interrupt enters the snapshot.
+void Card::collect(std::int64_t now_ns)
+{
+    chip_.next_event(now_ns); // time passes
+    const unsigned expired = timers_.take_expired(now_ns);
+    if (expired == 0 && !chip_.raised_any())
+        return;
+    const unsigned sources = unmasked(now_ns);
+    if (expired != 0 && (sources & card_source) != 0)
+        interrupts_.raise_card(expired << timer0_cause);
+    for (unsigned axis = 0; axis < chip_axes; ++axis) {
+        const Chip::Raised raised = chip_.take_raised(axis);
+        if ((raised.events | raised.errors) != 0 && (sources >> axis & 1) != 0)
+            interrupts_.raise_axis(axis, raised);
+    }
+}
+
+std::uint32_t Card::take_signal(std::int64_t now_ns)
+{
+    collect(now_ns);
+    return interrupts_.take_signal();
+}
+
+std::int64_t Card::next_interrupt(std::int64_t now_ns)
+{
+    const unsigned sources = unmasked(now_ns);
+    const std::int64_t axes_ns = (sources & all_axes) != 0 ? chip_.next_event(now_ns) : never_ns;
+    const std::int64_t timers_ns = (sources & card_source) != 0 ? timers_.next(now_ns) : never_ns;
+    return axes_ns < timers_ns ? axes_ns : timers_ns;
+}
+
+std::int64_t Card::next_event(std::int64_t now_ns)
+{
+    const std::int64_t chip_ns = chip_.next_event(now_ns);
+    const std::int64_t timers_ns = timers_.next(now_ns);
+    return chip_ns < timers_ns ? chip_ns : timers_ns;
 }
 
 std::int32_t Card::counter(unsigned axis, unsigned counter, std::int64_t now_ns)
