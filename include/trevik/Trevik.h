@@ -242,6 +242,188 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_run_pulser_Vmove(uint8_t card, uint8_t ax
 TREVIK_API uint32_t TREVIK_CALL Trevik_run_pulser_Pmove(uint8_t card, uint8_t axis, uint32_t distance,
                                                         uint8_t absolute, uint32_t maxSpeed);
 
+/* ---- Card initialisation ------------------------------------------------------------------------------------ */
+
+/* TrevikA_init_card */
+TREVIK_API uint32_t TREVIK_CALL Trevik_init_card(uint8_t card);
+
+/* ---- Pulse formats ------------------------------------------------------------------------------------------ */
+
+/* TrevikA_pulse_outmode_set, TrevikA_pulse_outmode_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_pulse_outmode(uint8_t card, uint8_t axis, uint8_t mode);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_pulse_outmode(uint8_t card, uint8_t axis, uint8_t *mode);
+
+/* TrevikA_pulse_inmode_set, TrevikA_pulse_inmode_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_pulse_inmode(uint8_t card, uint8_t axis, uint8_t format, uint8_t option);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_pulse_inmode(uint8_t card, uint8_t axis, uint8_t *format,
+                                                             uint8_t *option);
+
+/* ---- Signal pins -------------------------------------------------------------------------------------------- */
+
+/* TrevikA_SD_PIN_set, TrevikA_SD_PIN_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_SD_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t optionA,
+                                                     uint8_t optionB, uint8_t optionC);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_SD_PIN(uint8_t card, uint8_t axis, uint8_t *enable,
+                                                       uint8_t *optionA, uint8_t *optionB, uint8_t *optionC,
+                                                       uint8_t *input);
+
+/* TrevikA_PCS_PIN_set, TrevikA_PCS_PIN_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_PCS_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_PCS_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                        uint8_t *input);
+
+/* TrevikA_INP_PIN_set, TrevikA_INP_PIN_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_INP_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_INP_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                        uint8_t *input);
+
+/* TrevikA_ERC_PIN_set, TrevikA_ERC_PIN_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_ERC_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic,
+                                                      uint8_t width, uint8_t offTime);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_ERC_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                        uint8_t *width, uint8_t *offTime, uint8_t *output);
+
+/* TrevikA_ALM_PIN_set, TrevikA_ALM_PIN_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_ALM_PIN(uint8_t card, uint8_t axis, uint8_t optionA, uint8_t optionB);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_ALM_PIN(uint8_t card, uint8_t axis, uint8_t *optionA,
+                                                        uint8_t *optionB, uint8_t *input);
+
+/* TrevikA_LTC_PIN_set, TrevikA_LTC_PIN_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_LTC_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_LTC_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                        uint8_t *input);
+
+/* TrevikA_CMP_PIN_set, TrevikA_CMP_PIN_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_CMP_OUT(uint8_t card, uint8_t axis, uint8_t code);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_CMP_OUT(uint8_t card, uint8_t axis, uint8_t *code, uint8_t *output);
+
+/* TrevikA_EL_mode_set, TrevikA_EL_mode_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_EL_MODE(uint8_t card, uint8_t axis, uint8_t mode);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_EL_MODE(uint8_t card, uint8_t axis, uint8_t *mode);
+
+/* TrevikA_HOME_PIN_logic_set, TrevikA_HOME_PIN_logic_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_HOME_pin_logic(uint8_t card, uint8_t axis, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_HOME_pin_logic(uint8_t card, uint8_t axis, uint8_t *logic);
+
+/* TrevikA_EZ_PIN_logic_set, TrevikA_EZ_PIN_logic_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_EZ_pin_logic(uint8_t card, uint8_t axis, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_EZ_pin_logic(uint8_t card, uint8_t axis, uint8_t *logic);
+
+/* ---- General-purpose points --------------------------------------------------------------------------------- */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_point_status(uint8_t card, uint8_t axis, uint8_t point, uint8_t *state);
+
+/* TrevikA_point_set, TrevikA_point_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_write_output_point(uint8_t card, uint8_t axis, uint8_t point, uint8_t state);
+
+/* TrevikA_TTL_IO_mode_set, TrevikA_TTL_IO_mode_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_TTL_IO_MODE(uint8_t card, uint8_t mode);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_TTL_IO_MODE(uint8_t card, uint8_t *mode);
+
+/* ---- Software limits ---------------------------------------------------------------------------------------- */
+
+/* TrevikA_softlimit_config_set, TrevikA_softlimit_config_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_softlimit(uint8_t card, uint8_t axis, uint8_t counter,
+                                                        uint8_t action);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_config_softlimit(uint8_t card, uint8_t axis, uint8_t *counter,
+                                                                 uint8_t *action);
+
+/* TrevikA_softlimit_data_set, TrevikA_softlimit_data_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_softlimit_data(uint8_t card, uint8_t axis, uint32_t first,
+                                                          uint32_t second);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_softlimit_data(uint8_t card, uint8_t axis, uint32_t *first,
+                                                               uint32_t *second);
+
+/* TrevikA_softlimit_enable_set, TrevikA_softlimit_enable_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_enable_softlimit(uint8_t card, uint8_t axis, uint8_t enable);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_enable_softlimit(uint8_t card, uint8_t axis, uint8_t *enable);
+
+/* TrevikA_softlimit_flag_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_softlimit_flag(uint8_t card, uint8_t axis, uint8_t *flagA,
+                                                           uint8_t *flagB);
+
+/* ---- Backlash, vibration, debounce -------------------------------------------------------------------------- */
+
+/* TrevikA_backlash_comp_set, TrevikA_backlash_comp_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_backlash_comp(uint8_t card, uint8_t axis, uint16_t amount, uint8_t mode,
+                                                     uint32_t speed);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_backlash_comp(uint8_t card, uint8_t axis, uint16_t *amount,
+                                                              uint8_t *mode, uint32_t *speed);
+
+/* TrevikA_suppress_vibration_set, TrevikA_suppress_vibration_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_suppress_vibration(uint8_t card, uint8_t axis, uint16_t first,
+                                                          uint16_t second);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_suppress_vibration(uint8_t card, uint8_t axis, uint16_t *first,
+                                                                   uint16_t *second);
+
+/* ---- Configuration file ------------------------------------------------------------------------------------- */
+
+/* TrevikA_config_file_set, TrevikA_config_file_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_save_config2_file(uint8_t card, const char *fileName);
+TREVIK_API uint32_t TREVIK_CALL Trevik_load_config_from_file(uint8_t card, const char *fileName);
+
+/* ---- Events and interrupts ---------------------------------------------------------------------------------- */
+
+/* TrevikA_event_factor_set */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_event_factor(uint8_t card, uint8_t axis, int32_t factor);
+
+/* TrevikA_event_flag_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_event_flag(uint8_t card, uint8_t axis, uint32_t *flags);
+
+/* TrevikA_error_flag_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_error_flag(uint8_t card, uint8_t axis, uint32_t *flags);
+
+/* TrevikA_IRQ_source_set */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_INT_source(uint8_t card, uint8_t axis, int32_t errorSource,
+                                                      int32_t eventSource);
+
+/* TrevikA_IRQ_mask_set, for axes only.
+ *   TREVIK_ERR_AXIS  source above 3, before anything else */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_INT_mask(uint8_t card, uint8_t source, uint8_t value);
+
+/* TrevikA_IRQ_enable; hands out the event (its handle, low 32 bits).
+ *   TREVIK_ERR_PARAM  null pointer */
+TREVIK_API uint32_t TREVIK_CALL Trevik_enable_IRQ(uint8_t card, uint32_t *event);
+
+/* TrevikA_IRQ_disable */
+TREVIK_API uint32_t TREVIK_CALL Trevik_disable_IRQ(uint8_t card);
+
+/* TrevikA_IRQ_process_link */
+TREVIK_API uint32_t TREVIK_CALL Trevik_link_IRQ_process(uint8_t card, TrevikA_callback callback);
+
+/* TrevikA_IRQ_status_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_INT_status(uint8_t card, uint8_t source, uint8_t *status,
+                                                       uint32_t *eventByte, uint32_t *errorByte);
+
+/* ---- Feedback counter, latch, comparators ------------------------------------------------------------------- */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_FB_counter(uint8_t card, uint8_t axis, uint32_t *counter);
+
+/* TrevikA_FB_counter_set, TrevikA_FB_counter_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_FB_counter(uint8_t card, uint8_t axis, uint32_t counter);
+
+/* TrevikA_FB_counter_latch_value_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_FBcounter_latch_value(uint8_t card, uint8_t axis, uint32_t *counter);
+
+/* TrevikA_CMP_out_set, TrevikA_CMP_out_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_config_comparator_out(uint8_t card, uint8_t axis, uint8_t counter,
+                                                             uint8_t condition, uint8_t action);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_comparator_out(uint8_t card, uint8_t axis, uint8_t *counter,
+                                                               uint8_t *condition, uint8_t *action);
+
+/* TrevikA_CMP_data_set, TrevikA_CMP_data_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_set_comparator_data(uint8_t card, uint8_t axis, uint32_t value);
+TREVIK_API uint32_t TREVIK_CALL Trevik_readback_comparator_data(uint8_t card, uint8_t axis, uint32_t *value);
+
+/* TrevikA_CMP_flag_read */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_compare_flag(uint8_t card, uint8_t axis, uint8_t *flag);
+
+/* ---- Simultaneous start and stop, timers -------------------------------------------------------------------- */
+
+/* TrevikA_CSTA_trigger */
+TREVIK_API uint32_t TREVIK_CALL Trevik_trigger_CSTA_pulse(uint8_t card);
+
+/* TrevikA_CSTP_trigger */
+TREVIK_API uint32_t TREVIK_CALL Trevik_trigger_CSTP_pulse(uint8_t card);
+
 #ifdef __cplusplus
 }
 #endif

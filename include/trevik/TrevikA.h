@@ -22,7 +22,7 @@
  *
  * THREADS. No function takes a lock. Calls that concern different cards may run at the same time; the application
  * serialises calls that concern the same card, and does not run TrevikA_initial or TrevikA_close beside other
- * calls. Axes that follow a handwheel are moved by a thread of the library.
+ * calls. Axes that follow a handwheel are moved by a thread of the library; callbacks run on others.
  */
 #ifndef TREVIK_A_H
 #define TREVIK_A_H
@@ -60,6 +60,9 @@ extern "C" {
 #define TREVIK_ERR_ARC_AS_LINE 308u        /* no such arc; see the function: a line was tried, or nothing */
 #define TREVIK_ERR_FILE 309u               /* the configuration file could not be opened or is too short */
 #define TREVIK_ERR_CIRCLE_AS_DIAMETER 311u /* collinear points: the circle over them was tried */
+
+/* What an application gives TrevikA_IRQ_process_link. `card` is the number of the card that interrupts. */
+typedef void(TREVIK_CALL *TrevikA_callback)(uint32_t card);
 
 /* ---- Library ------------------------------------------------------------------------------------------------ */
 
@@ -462,6 +465,264 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_map_set(uint8_t card, uint8_t axi
  *   TREVIK_ERR_PARAM  enable or ratio outside its range, also when switching off */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_motion_enable(uint8_t card, uint8_t axis, uint8_t enable,
                                                              uint16_t ratio);
+
+/* ---- Card initialisation ------------------------------------------------------------------------------------ */
+
+/* Puts a card into a known state before it is configured: general-purpose outputs off, configuration registers at
+ * their initial values, all axes stopped at once, counters cleared, TTL I/O mode 0, timer 0 at 10000. Result: that
+ * of the TTL I/O mode; a request refused before it does not stop the sequence and is not reported. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_init_card(uint8_t card);
+
+/* ---- Pulse formats ------------------------------------------------------------------------------------------ */
+/* Changes of one setting leave the others of its register alone. Here and below, a read gives 0 for what the driver
+ * refuses, and a setting whose present register cannot be read starts from 0. */
+
+/* How the axis puts its pulses out, 0 to 7.
+ *   TREVIK_ERR_PARAM  above 7 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulse_outmode_set(uint8_t card, uint8_t axis, uint8_t mode);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulse_outmode_read(uint8_t card, uint8_t axis, uint8_t *mode);
+
+/* How the axis reads encoder pulses: format 0 to 3, option 0 to 1.
+ *   TREVIK_ERR_PARAM  above these ranges */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulse_inmode_set(uint8_t card, uint8_t axis, uint8_t format,
+                                                         uint8_t option);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_pulse_inmode_read(uint8_t card, uint8_t axis, uint8_t *format,
+                                                          uint8_t *option);
+
+/* ---- Signal pins -------------------------------------------------------------------------------------------- */
+/* enable, logic and options are 0 or not 0, unless a range is given; reads give 0 or 1. `input` and `output` are
+ * the states of the pin now. The enables of SD, PCS and INP take effect with the next move. */
+
+/* Slow-down input. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_SD_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t optionA,
+                                                   uint8_t optionB, uint8_t optionC);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_SD_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *optionA,
+                                                    uint8_t *optionB, uint8_t *optionC, uint8_t *input);
+
+/* Position-change input. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_PCS_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_PCS_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                     uint8_t *input);
+
+/* In-position input. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_INP_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_INP_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                     uint8_t *input);
+
+/* Deviation-counter clear output: width 0 to 7 (7 when it is not enabled), offTime 0 to 3.
+ *   TREVIK_ERR_PARAM  above these ranges */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_ERC_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic,
+                                                    uint8_t width, uint8_t offTime);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_ERC_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                     uint8_t *width, uint8_t *offTime, uint8_t *output);
+
+/* Servo alarm input. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_ALM_PIN_set(uint8_t card, uint8_t axis, uint8_t optionA, uint8_t optionB);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_ALM_PIN_read(uint8_t card, uint8_t axis, uint8_t *optionA, uint8_t *optionB,
+                                                     uint8_t *input);
+
+/* Latch input. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_LTC_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_LTC_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                                     uint8_t *input);
+
+/* Comparator output: code 0 to 2. A chip that holds no code reads as 255.
+ *   TREVIK_ERR_PARAM  code above 2 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_PIN_set(uint8_t card, uint8_t axis, uint8_t code);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_PIN_read(uint8_t card, uint8_t axis, uint8_t *code, uint8_t *output);
+
+/* What end limits do: mode 0 or 1.
+ *   TREVIK_ERR_PARAM  above 1 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_EL_mode_set(uint8_t card, uint8_t axis, uint8_t mode);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_EL_mode_read(uint8_t card, uint8_t axis, uint8_t *mode);
+
+/* Home input. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_HOME_PIN_logic_set(uint8_t card, uint8_t axis, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_HOME_PIN_logic_read(uint8_t card, uint8_t axis, uint8_t *logic);
+
+/* Encoder index input. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_EZ_PIN_logic_set(uint8_t card, uint8_t axis, uint8_t logic);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_EZ_PIN_logic_read(uint8_t card, uint8_t axis, uint8_t *logic);
+
+/* ---- General-purpose points --------------------------------------------------------------------------------- */
+
+/* Reads a point, 0 to 24. Points 17 to 24 belong to the card, whatever the axis: 17 to 20 read what is set as
+ * points 4 to 7, 21 to 24 what is set as points 8 to 11. Another point: state is not written. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_point_read(uint8_t card, uint8_t axis, uint8_t point, uint8_t *state);
+
+/* Switches an output on (not 0) or off: point 0 to 3 of the axis, 4 to 11 of the card. Another point: result 0,
+ * nothing is done. What the driver refuses is not reported. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_point_set(uint8_t card, uint8_t axis, uint8_t point, uint8_t state);
+
+/* Bit 0 of the mode makes points 4 to 7 outputs, bit 1 points 8 to 11; else they are inputs.
+ *   TREVIK_ERR_PARAM  above 3 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_TTL_IO_mode_set(uint8_t card, uint8_t mode);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_TTL_IO_mode_read(uint8_t card, uint8_t *mode);
+
+/* ---- Software limits ---------------------------------------------------------------------------------------- */
+
+/* Which counter is limited (0 command position, 1 feedback) and what happens at a limit (action 0 to 2). Switches
+ * both limits on.
+ *   TREVIK_ERR_PARAM  counter above 1, action above 2 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_config_set(uint8_t card, uint8_t axis, uint8_t counter,
+                                                             uint8_t action);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_config_read(uint8_t card, uint8_t axis, uint8_t *counter,
+                                                              uint8_t *action);
+
+/* The two positions, signed. Read: what the driver refuses is not written. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_data_set(uint8_t card, uint8_t axis, uint32_t first,
+                                                           uint32_t second);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_data_read(uint8_t card, uint8_t axis, uint32_t *first,
+                                                            uint32_t *second);
+
+/* Switches both limits on (not 0) or off. Read: 1 when the first one is on. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_enable_set(uint8_t card, uint8_t axis, uint8_t enable);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_enable_read(uint8_t card, uint8_t axis, uint8_t *enable);
+
+/* The limits that the axis is beyond now: 0 or 1 each. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_flag_read(uint8_t card, uint8_t axis, uint8_t *flagA,
+                                                            uint8_t *flagB);
+
+/* ---- Backlash, vibration, debounce -------------------------------------------------------------------------- */
+
+/* Pulses that take up the backlash when the axis turns round (0 to 4095), mode 0 off or not 0 on, and the speed of
+ * that, pulses/s. Later moves follow mode and speed, also when the driver refuses the rest.
+ *   TREVIK_ERR_PARAM  amount above 4095 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_backlash_comp_set(uint8_t card, uint8_t axis, uint16_t amount, uint8_t mode,
+                                                          uint32_t speed);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_backlash_comp_read(uint8_t card, uint8_t axis, uint16_t *amount,
+                                                           uint8_t *mode, uint32_t *speed);
+
+/* The two times of vibration suppression, as the chip counts them. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_suppress_vibration_set(uint8_t card, uint8_t axis, uint16_t first,
+                                                               uint16_t second);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_suppress_vibration_read(uint8_t card, uint8_t axis, uint16_t *first,
+                                                                uint16_t *second);
+
+/* Model AC only: debounce of the axis's inputs, 0 to 3. The card's model is looked at before the value, the handle
+ * after it.
+ *   TREVIK_ERR_MODEL  the card is of another model
+ *   TREVIK_ERR_PARAM  above 3 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_debounce_set(uint8_t card, uint8_t axis, uint8_t value);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_debounce_read(uint8_t card, uint8_t axis, uint8_t *value);
+
+/* ---- Configuration file ------------------------------------------------------------------------------------- */
+/* Formats, pins, limits, compensation and comparators of all four axes in a file of 212 bytes, stored as a Windows
+ * text stream on every platform (0x0A as 0x0D 0x0A). Neither function looks at the handle; the requests do. */
+
+/* Saves. The result is that of the last register read; a register that could not be read is saved with the value of
+ * the one before it. A register byte 0x1A ends the text for the reader: such a file does not load.
+ *   TREVIK_ERR_FILE  it cannot be opened or written; a null pointer */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_config_file_set(uint8_t card, const char *fileName);
+
+/* Loads. The result is that of the last register write.
+ *   TREVIK_ERR_FILE  it cannot be opened, or its text ends before the 212 bytes; a null pointer. Nothing was loaded
+ */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_config_file_read(uint8_t card, const char *fileName);
+
+/* ---- Events and interrupts ---------------------------------------------------------------------------------- */
+/* An axis raises the events that were selected; it, or the card's timers, interrupt if they are not masked. The
+ * bits of the flags are the chip's (of virtual cards: docs/virtual-cards.md). */
+
+/* Selects the events of an axis: bits 0, 1, 4 to 9, 11, 12, 14, 16 and 18; others are dropped. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_event_factor_set(uint8_t card, uint8_t axis, int32_t factor);
+
+/* What has happened, and what went wrong. Not written when the driver refuses. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_event_flag_read(uint8_t card, uint8_t axis, uint32_t *flags);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_error_flag_read(uint8_t card, uint8_t axis, uint32_t *flags);
+
+/* TrevikA_event_factor_set(eventSource); errorSource is only remembered. TREVIK_ERR_HANDLE comes before
+ * TREVIK_ERR_AXIS. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_source_set(uint8_t card, uint8_t axis, int32_t errorSource,
+                                                       int32_t eventSource);
+
+/* Lets a source interrupt (1) or not (0): 0 to 3 an axis, 4 the card's timers.
+ *   TREVIK_ERR_PARAM  value above 1
+ *   TREVIK_ERR_AXIS   source above 4 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_mask_set(uint8_t card, uint8_t source, uint8_t value);
+
+/* The card's mask and status, one bit a source; 0 when the driver refuses. It does not look at the handle.
+ *   TREVIK_ERR_MODEL  no such card, or of another model */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_mask_read(uint8_t card, uint8_t *mask);
+
+/* Asks the driver to deliver interrupts, and opens or creates the event whose name is the card number as one byte
+ * and "TrevikA"; card 0 has one without a name. The library never closes it. Not to be called for several cards at
+ * the same time. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_enable(uint8_t card);
+
+/* Ends delivery: the callback thread ends at the next interrupt, without a callback, or with TrevikA_close. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_disable(uint8_t card);
+
+/* Starts a thread of idle priority that calls `callback` with the card number at each interrupt. The callback may
+ * call any function of this library. TrevikA_IRQ_enable must be called, too. A second link adds a thread, and both
+ * serve the newer callback, one at each interrupt.
+ *   TREVIK_ERR_PARAM  null pointer
+ *   1450              32 links of this card are not disabled */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_process_link(uint8_t card, TrevikA_callback callback);
+
+/* What the driver has noted of a source: 0 to 3 an axis, with its two bits, the card level above them, and the low
+ * bytes of its event and error flags; 4 the card level alone, for which only status is written.
+ *   TREVIK_ERR_HANDLE  the driver refused; what is written is 0
+ *   TREVIK_ERR_AXIS    source above 4 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_status_read(uint8_t card, uint8_t source, uint8_t *status,
+                                                        uint32_t *eventByte, uint32_t *errorByte);
+
+/* ---- Feedback counter, latch, comparators ------------------------------------------------------------------- */
+/* Counters are chosen by number: 0 command position, 1 feedback, 2 deviation, 3 handwheel. Values that are read
+ * whole are not written when the driver refuses. */
+
+/* The feedback counter, signed, and the value of it that the latch input or the latch command caught. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_FB_counter_read(uint8_t card, uint8_t axis, uint32_t *counter);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_FB_counter_set(uint8_t card, uint8_t axis, uint32_t counter);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_FB_counter_latch_value_read(uint8_t card, uint8_t axis, uint32_t *counter);
+
+/* The comparator behind the CMP output: counter 0 to 3, condition 0 to 5, action 0 to 2.
+ *   TREVIK_ERR_PARAM  above these ranges */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_out_set(uint8_t card, uint8_t axis, uint8_t counter, uint8_t condition,
+                                                    uint8_t action);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_out_read(uint8_t card, uint8_t axis, uint8_t *counter,
+                                                     uint8_t *condition, uint8_t *action);
+
+/* The value it compares with, signed; and whether its condition is met now. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_data_set(uint8_t card, uint8_t axis, uint32_t value);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_data_read(uint8_t card, uint8_t axis, uint32_t *value);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_flag_read(uint8_t card, uint8_t axis, uint8_t *flag);
+
+/* Makes this axis's position the start trigger of the card's moves that wait for it (trigger 2): counter 0 to 3,
+ * condition 0 to 5.
+ *   TREVIK_ERR_PARAM  above these ranges */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_compare_start_set(uint8_t card, uint8_t axis, uint8_t counter,
+                                                          uint8_t condition);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_compare_start_read(uint8_t card, uint8_t axis, uint8_t *counter,
+                                                           uint8_t *condition);
+
+/* The position at which they start, of the axis that was chosen last, else of axis 0. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_compare_start_data_set(uint8_t card, uint32_t value);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_compare_start_data_read(uint8_t card, uint32_t *value);
+
+/* ---- Simultaneous start and stop, timers -------------------------------------------------------------------- */
+
+/* The simultaneous start and stop signals, to all axes of the card. What the driver refuses is not reported. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CSTA_trigger(uint8_t card);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_CSTP_trigger(uint8_t card);
+
+/* The card's two timers, timer 0 or 1: the value in units of the card's clock; both start and stop together. For
+ * another timer nothing is done, and a read writes nothing. What the driver refuses is not reported and reads as 0.
+ * These functions do not look at the handle.
+ *   TREVIK_ERR_MODEL  no such card, or of another model */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_timer_set(uint8_t card, uint8_t timer, uint32_t value);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_timer_read(uint8_t card, uint8_t timer, uint32_t *value);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_timer_start(uint8_t card);
+TREVIK_API uint32_t TREVIK_CALL TrevikA_timer_stop(uint8_t card);
+
+/* One entry for all of them. item 0: start (value 0) or stop (1); 1, 2: timers 0, 1; 3: TrevikA_IRQ_mask_set of
+ * source 4, with its results; others: nothing.
+ *   TREVIK_ERR_MODEL  no such card, or of another model
+ *   TREVIK_ERR_PARAM  items 0 and 3: value above 1 */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_TC_set(uint8_t card, uint8_t item, uint32_t value);
+
+/* Does nothing. Result: 0. */
+TREVIK_API uint32_t TREVIK_CALL TrevikA_TC_read(uint8_t card, uint8_t item, uint32_t *value);
 
 #ifdef __cplusplus
 }

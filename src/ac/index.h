@@ -1,4 +1,4 @@
-// Raw access to a card's 16-bit index registers.
+// The 16-bit index registers of a card: raw access, and access by name for the operations of the AC model.
 #pragma once
 
 #include "driver/card.h"
@@ -7,6 +7,27 @@
 
 namespace trevik
 {
+
+enum class Index : std::uint8_t {
+    EncoderSetting1 = 0,
+    EncoderSetting2 = 2,
+    EncoderSetting3 = 4,
+    EncoderPolarity = 6,
+    EncoderStatus = 8,
+    PulseSwap = 10,
+    Debounce = 12,
+    LoopRun = 16,
+    OutputMagnitude = 18,
+    OutputSign = 20, // 1: negative
+    Gain = 22,
+    LoopConstantLow = 24,
+    LoopConstantHigh = 26,
+    ErrorCounterLow = 28,
+    ErrorCounterHigh = 30,
+    DetectorStatus = 32,
+    ControlMode = 34, // of axis 0, for the whole card
+    DetectorEnable = 36,
+};
 
 inline Result IndexRegisterRead(const Axis &axis, std::uint8_t index, std::uint16_t *value)
 {
@@ -18,6 +39,29 @@ inline Result IndexRegisterRead(const Axis &axis, std::uint8_t index, std::uint1
 inline Result IndexRegisterWrite(const Axis &axis, std::uint8_t index, std::uint16_t value)
 {
     return IndexWrite(axis.card().state().DriverHandle.get(), axis.number(), index, value);
+}
+
+// The axis may be any number here: above 3 the request is not sent, Axis. No open handle: Handle. A refused read
+// leaves `value` as it was.
+inline Result WriteIndex(const Card &card, std::uint8_t axis, Index index, std::uint16_t value)
+{
+    return IndexWrite(card.state().DriverHandle.get(), axis, static_cast<std::uint8_t>(index), value);
+}
+
+inline Result ReadIndex(const Card &card, std::uint8_t axis, Index index, std::uint16_t &value)
+{
+    return IndexRead(card.state().DriverHandle.get(), axis, static_cast<std::uint8_t>(index), value);
+}
+
+// The low byte of an index register; 0 when the read is refused. Null pointer: Param.
+inline Result ReadIndexByte(const Card &card, std::uint8_t axis, Index index, std::uint8_t *value)
+{
+    if (value == nullptr)
+        return Result::Param;
+    std::uint16_t word = 0;
+    const Result result = ReadIndex(card, axis, index, word);
+    *value = static_cast<std::uint8_t>(word);
+    return result;
 }
 
 } // namespace trevik

@@ -4,6 +4,7 @@
 #include "driver/requests.h"
 #include "driver/simulation.h"
 #include "pulser/follow.h"
+#include "status/interrupts.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -27,6 +28,8 @@ CardManager::~CardManager()
 {
     StopPulserTicks();
     Close();
+    for (std::uint8_t number = 0; number < card_count; ++number)
+        JoinCallbacks({cards_[number], number});
 }
 
 Result CardManager::Initial()
@@ -75,20 +78,23 @@ void CardManager::PulserFollowTick()
 {
     if (SimulationOn())
         return;
-    for (CardState &card : cards_) {
-        if (!card.DriverHandle.open())
+    for (std::uint8_t number = 0; number < card_count; ++number) {
+        const Card card(cards_[number], number);
+        if (!card.state().DriverHandle.open())
             continue;
         for (std::uint8_t axis = 0; axis < axis_count; ++axis)
-            if (card.Axes[axis].PulserEnabled == 1)
-                FollowPulser(Axis(card, axis));
+            if (card.state().Axes[axis].PulserEnabled == 1)
+                FollowPulser(card.axis(axis));
     }
 }
 
 void CardManager::Close()
 {
-    for (CardState &card : cards_) {
+    for (std::uint8_t number = 0; number < card_count; ++number) {
+        CardState &card = cards_[number];
         if (!card.DriverHandle.open())
             continue;
+        EndCallbacks({card, number});
         ReleaseRequest(card.DriverHandle.get());
         CloseCard(card);
     }

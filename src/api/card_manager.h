@@ -39,12 +39,21 @@ class CardManager
         return card < card_count && cards_[card].Record.Model == CardModel::Unsupported;
     }
 
-    // The checks that come before every operation, in their order.
+    // For operations that look at the handle later or not at all.
+    Result numbered(std::uint8_t number, Card &card)
+    {
+        if (number >= card_count)
+            return Result::Card;
+        card = Card(cards_[number], number);
+        return Result::Ok;
+    }
+
+    // The checks that come before every other operation, in their order.
     Result checked(std::uint8_t number, Card &card)
     {
         if (number >= card_count)
             return Result::Card;
-        card = Card(cards_[number]);
+        card = Card(cards_[number], number);
         return cards_[number].DriverHandle.open() ? Result::Ok : Result::Handle;
     }
     Result checked(std::uint8_t number, std::uint8_t axis_number, Axis &axis)
@@ -53,7 +62,7 @@ class CardManager
             return Result::Card;
         if (axis_number >= axis_count)
             return Result::Axis;
-        axis = Axis(cards_[number], axis_number);
+        axis = Axis(Card(cards_[number], number), axis_number);
         return cards_[number].DriverHandle.open() ? Result::Ok : Result::Handle;
     }
 

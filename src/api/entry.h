@@ -5,6 +5,9 @@
 //     AxisEntry(card, axis, operation, arguments...)   calls operation(Axis, arguments...)
 //     AxisSetEntry(card, set, operation)               calls operation(Card, set)
 //
+//     NumberEntry(card, operation, arguments...)       calls operation(Card, arguments...), also of a card not open
+//     ACCardEntry, ACAxisEntry                         the same for operations that only the AC model has
+//
 // The earlier names and the raw index access skip the model check: Earlier...Entry.
 #pragma once
 
@@ -81,6 +84,45 @@ std::uint32_t EarlierAxisSetEntry(std::uint8_t card, const AxisSet &set, Operati
     if (!SimulationOn() && card < card_count && set.size == 0)
         return TREVIK_ERR_PARAM;
     return EarlierCardEntry(card, operation, set);
+}
+
+template <class Operation, class... Arguments>
+std::uint32_t EarlierNumberEntry(std::uint8_t card, Operation operation, Arguments... arguments)
+{
+    if (SimulationOn())
+        return TREVIK_OK;
+    Card numbered;
+    if (const Result check = manager.numbered(card, numbered); check != Result::Ok)
+        return ToCode(check);
+    return ToCode(operation(numbered, arguments...));
+}
+
+template <class Operation, class... Arguments>
+std::uint32_t NumberEntry(std::uint8_t card, Operation operation, Arguments... arguments)
+{
+    if (!SimulationOn() && manager.unsupported(card))
+        return TREVIK_ERR_MODEL;
+    return EarlierNumberEntry(card, operation, arguments...);
+}
+
+// The handle is looked at when a request is to be sent, after the arguments.
+template <class Operation, class... Arguments>
+std::uint32_t ACCardEntry(std::uint8_t card, Operation operation, Arguments... arguments)
+{
+    return NumberEntry(card, [=](const Card &numbered) {
+        return numbered.state().Record.Model == CardModel::AC ? operation(numbered, arguments...) : Result::Model;
+    });
+}
+
+template <class Operation, class... Arguments>
+std::uint32_t ACAxisEntry(std::uint8_t card, std::uint8_t axis, Operation operation, Arguments... arguments)
+{
+    return NumberEntry(card, [=](const Card &numbered) {
+        if (axis >= axis_count)
+            return Result::Axis;
+        return numbered.state().Record.Model == CardModel::AC ? operation(numbered, axis, arguments...)
+                                                              : Result::Model;
+    });
 }
 
 template <class Operation, class... Arguments>

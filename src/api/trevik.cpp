@@ -1,9 +1,16 @@
 // The earlier interface: one line an entry, on the operations of the current one.
 #include <trevik/Trevik.h>
 
+#include "api/card_init.h"
 #include "api/entry.h"
 #include "api/library.h"
 #include "api/line_entry.h"
+#include "config/compensation.h"
+#include "config/config_file.h"
+#include "config/pins.h"
+#include "config/points.h"
+#include "config/pulse_format.h"
+#include "config/soft_limits.h"
 #include "motion/arc.h"
 #include "motion/continuous.h"
 #include "motion/homing.h"
@@ -14,6 +21,10 @@
 #include "motion/stop.h"
 #include "motion/velocity.h"
 #include "pulser/pulser.h"
+#include "status/comparators.h"
+#include "status/counters.h"
+#include "status/events.h"
+#include "status/interrupts.h"
 #include "status/motion_status.h"
 #include "status/position.h"
 
@@ -446,4 +457,344 @@ uint32_t TREVIK_CALL Trevik_run_pulser_Pmove(uint8_t card, uint8_t axis, uint32_
 {
     return EarlierAxisEntry(card, axis, TPositionMove, Destination{distance, absolute != 0},
                             MoveSpeeds{pulser_start_pps, maxSpeed}, RampTimes{}, StartAtOnce);
+}
+
+// Card initialisation
+
+uint32_t TREVIK_CALL Trevik_init_card(uint8_t card)
+{
+    return EarlierCardEntry(card, CardInit);
+}
+
+// Pulse formats
+
+uint32_t TREVIK_CALL Trevik_set_pulse_outmode(uint8_t card, uint8_t axis, uint8_t mode)
+{
+    return EarlierAxisEntry(card, axis, PulseOutmodeSet, mode);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_pulse_outmode(uint8_t card, uint8_t axis, uint8_t *mode)
+{
+    return EarlierAxisEntry(card, axis, PulseOutmodeRead, mode);
+}
+
+uint32_t TREVIK_CALL Trevik_set_pulse_inmode(uint8_t card, uint8_t axis, uint8_t format, uint8_t option)
+{
+    return EarlierAxisEntry(card, axis, PulseInmodeSet, format, option);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_pulse_inmode(uint8_t card, uint8_t axis, uint8_t *format, uint8_t *option)
+{
+    return EarlierAxisEntry(card, axis, PulseInmodeRead, format, option);
+}
+
+// Signal pins
+
+uint32_t TREVIK_CALL Trevik_config_SD_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t optionA,
+                                          uint8_t optionB, uint8_t optionC)
+{
+    return EarlierAxisEntry(card, axis, SDPinSet, enable, optionA, optionB, optionC);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_SD_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *optionA,
+                                            uint8_t *optionB, uint8_t *optionC, uint8_t *input)
+{
+    return EarlierAxisEntry(card, axis, SDPinRead, enable, optionA, optionB, optionC, input);
+}
+
+uint32_t TREVIK_CALL Trevik_config_PCS_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic)
+{
+    return EarlierAxisEntry(card, axis, PCSPinSet, enable, logic);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_PCS_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                             uint8_t *input)
+{
+    return EarlierAxisEntry(card, axis, PCSPinRead, enable, logic, input);
+}
+
+uint32_t TREVIK_CALL Trevik_config_INP_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic)
+{
+    return EarlierAxisEntry(card, axis, INPPinSet, enable, logic);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_INP_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                             uint8_t *input)
+{
+    return EarlierAxisEntry(card, axis, INPPinRead, enable, logic, input);
+}
+
+uint32_t TREVIK_CALL Trevik_config_ERC_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic, uint8_t width,
+                                           uint8_t offTime)
+{
+    return EarlierAxisEntry(card, axis, ERCPinSet, enable, logic, width, offTime);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_ERC_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                             uint8_t *width, uint8_t *offTime, uint8_t *output)
+{
+    return EarlierAxisEntry(card, axis, ERCPinRead, enable, logic, width, offTime, output);
+}
+
+uint32_t TREVIK_CALL Trevik_config_ALM_PIN(uint8_t card, uint8_t axis, uint8_t optionA, uint8_t optionB)
+{
+    return EarlierAxisEntry(card, axis, ALMPinSet, optionA, optionB);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_ALM_PIN(uint8_t card, uint8_t axis, uint8_t *optionA, uint8_t *optionB,
+                                             uint8_t *input)
+{
+    return EarlierAxisEntry(card, axis, ALMPinRead, optionA, optionB, input);
+}
+
+uint32_t TREVIK_CALL Trevik_config_LTC_PIN(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic)
+{
+    return EarlierAxisEntry(card, axis, LTCPinSet, enable, logic);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_LTC_PIN(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                             uint8_t *input)
+{
+    return EarlierAxisEntry(card, axis, LTCPinRead, enable, logic, input);
+}
+
+uint32_t TREVIK_CALL Trevik_config_CMP_OUT(uint8_t card, uint8_t axis, uint8_t code)
+{
+    return EarlierAxisEntry(card, axis, CMPPinSet, code);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_CMP_OUT(uint8_t card, uint8_t axis, uint8_t *code, uint8_t *output)
+{
+    return EarlierAxisEntry(card, axis, CMPPinRead, code, output);
+}
+
+uint32_t TREVIK_CALL Trevik_config_EL_MODE(uint8_t card, uint8_t axis, uint8_t mode)
+{
+    return EarlierAxisEntry(card, axis, ELModeSet, mode);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_EL_MODE(uint8_t card, uint8_t axis, uint8_t *mode)
+{
+    return EarlierAxisEntry(card, axis, ELModeRead, mode);
+}
+
+uint32_t TREVIK_CALL Trevik_set_HOME_pin_logic(uint8_t card, uint8_t axis, uint8_t logic)
+{
+    return EarlierAxisEntry(card, axis, HomePinLogicSet, logic);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_HOME_pin_logic(uint8_t card, uint8_t axis, uint8_t *logic)
+{
+    return EarlierAxisEntry(card, axis, HomePinLogicRead, logic);
+}
+
+uint32_t TREVIK_CALL Trevik_set_EZ_pin_logic(uint8_t card, uint8_t axis, uint8_t logic)
+{
+    return EarlierAxisEntry(card, axis, EZPinLogicSet, logic);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_EZ_pin_logic(uint8_t card, uint8_t axis, uint8_t *logic)
+{
+    return EarlierAxisEntry(card, axis, EZPinLogicRead, logic);
+}
+
+// General-purpose points
+
+uint32_t TREVIK_CALL Trevik_read_point_status(uint8_t card, uint8_t axis, uint8_t point, uint8_t *state)
+{
+    return EarlierAxisEntry(card, axis, PointRead, point, state);
+}
+
+uint32_t TREVIK_CALL Trevik_write_output_point(uint8_t card, uint8_t axis, uint8_t point, uint8_t state)
+{
+    return EarlierAxisEntry(card, axis, PointSet, point, state);
+}
+
+uint32_t TREVIK_CALL Trevik_config_TTL_IO_MODE(uint8_t card, uint8_t mode)
+{
+    return EarlierCardEntry(card, TTLIOModeSet, mode);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_TTL_IO_MODE(uint8_t card, uint8_t *mode)
+{
+    return EarlierCardEntry(card, TTLIOModeRead, mode);
+}
+
+// Software limits
+
+uint32_t TREVIK_CALL Trevik_config_softlimit(uint8_t card, uint8_t axis, uint8_t counter, uint8_t action)
+{
+    return EarlierAxisEntry(card, axis, SoftlimitConfigSet, counter, action);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_config_softlimit(uint8_t card, uint8_t axis, uint8_t *counter, uint8_t *action)
+{
+    return EarlierAxisEntry(card, axis, SoftlimitConfigRead, counter, action);
+}
+
+uint32_t TREVIK_CALL Trevik_set_softlimit_data(uint8_t card, uint8_t axis, uint32_t first, uint32_t second)
+{
+    return EarlierAxisEntry(card, axis, SoftlimitDataSet, first, second);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_softlimit_data(uint8_t card, uint8_t axis, uint32_t *first, uint32_t *second)
+{
+    return EarlierAxisEntry(card, axis, SoftlimitDataRead, first, second);
+}
+
+uint32_t TREVIK_CALL Trevik_enable_softlimit(uint8_t card, uint8_t axis, uint8_t enable)
+{
+    return EarlierAxisEntry(card, axis, SoftlimitEnableSet, enable);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_enable_softlimit(uint8_t card, uint8_t axis, uint8_t *enable)
+{
+    return EarlierAxisEntry(card, axis, SoftlimitEnableRead, enable);
+}
+
+uint32_t TREVIK_CALL Trevik_read_softlimit_flag(uint8_t card, uint8_t axis, uint8_t *flagA, uint8_t *flagB)
+{
+    return EarlierAxisEntry(card, axis, SoftlimitFlagRead, flagA, flagB);
+}
+
+// Backlash, vibration, debounce
+
+uint32_t TREVIK_CALL Trevik_backlash_comp(uint8_t card, uint8_t axis, uint16_t amount, uint8_t mode, uint32_t speed)
+{
+    return EarlierAxisEntry(card, axis, BacklashCompSet, amount, mode, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_backlash_comp(uint8_t card, uint8_t axis, uint16_t *amount, uint8_t *mode,
+                                                   uint32_t *speed)
+{
+    return EarlierAxisEntry(card, axis, BacklashCompRead, amount, mode, speed);
+}
+
+uint32_t TREVIK_CALL Trevik_suppress_vibration(uint8_t card, uint8_t axis, uint16_t first, uint16_t second)
+{
+    return EarlierAxisEntry(card, axis, SuppressVibrationSet, first, second);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_suppress_vibration(uint8_t card, uint8_t axis, uint16_t *first,
+                                                        uint16_t *second)
+{
+    return EarlierAxisEntry(card, axis, SuppressVibrationRead, first, second);
+}
+
+// Configuration file
+
+uint32_t TREVIK_CALL Trevik_save_config2_file(uint8_t card, const char *fileName)
+{
+    return EarlierNumberEntry(card, ConfigFileSave, fileName);
+}
+
+uint32_t TREVIK_CALL Trevik_load_config_from_file(uint8_t card, const char *fileName)
+{
+    return EarlierNumberEntry(card, ConfigFileLoad, fileName);
+}
+
+// Events and interrupts
+
+uint32_t TREVIK_CALL Trevik_set_event_factor(uint8_t card, uint8_t axis, int32_t factor)
+{
+    return EarlierAxisEntry(card, axis, EventFactorSet, factor);
+}
+
+uint32_t TREVIK_CALL Trevik_read_event_flag(uint8_t card, uint8_t axis, uint32_t *flags)
+{
+    return EarlierAxisEntry(card, axis, EventFlagRead, flags);
+}
+
+uint32_t TREVIK_CALL Trevik_read_error_flag(uint8_t card, uint8_t axis, uint32_t *flags)
+{
+    return EarlierAxisEntry(card, axis, ErrorFlagRead, flags);
+}
+
+uint32_t TREVIK_CALL Trevik_set_INT_source(uint8_t card, uint8_t axis, int32_t errorSource, int32_t eventSource)
+{
+    return EarlierCardEntry(card, IRQSourceSet, axis, errorSource, eventSource);
+}
+
+uint32_t TREVIK_CALL Trevik_set_INT_mask(uint8_t card, uint8_t source, uint8_t value)
+{
+    if (!SimulationOn() && source >= axis_count)
+        return TREVIK_ERR_AXIS;
+    return EarlierCardEntry(card, IRQMaskSet, source, value);
+}
+
+uint32_t TREVIK_CALL Trevik_enable_IRQ(uint8_t card, uint32_t *event)
+{
+    return EarlierCardEntry(card, IRQEnableEvent, event);
+}
+
+uint32_t TREVIK_CALL Trevik_disable_IRQ(uint8_t card)
+{
+    return EarlierCardEntry(card, IRQDisable);
+}
+
+uint32_t TREVIK_CALL Trevik_link_IRQ_process(uint8_t card, TrevikA_callback callback)
+{
+    return EarlierCardEntry(card, IRQProcessLink, callback);
+}
+
+uint32_t TREVIK_CALL Trevik_read_INT_status(uint8_t card, uint8_t source, uint8_t *status, uint32_t *eventByte,
+                                            uint32_t *errorByte)
+{
+    return EarlierCardEntry(card, IRQStatusRead, source, status, eventByte, errorByte);
+}
+
+// Feedback counter, latch, comparators
+
+uint32_t TREVIK_CALL Trevik_read_FB_counter(uint8_t card, uint8_t axis, uint32_t *counter)
+{
+    return EarlierAxisEntry(card, axis, FBCounterRead, counter);
+}
+
+uint32_t TREVIK_CALL Trevik_set_FB_counter(uint8_t card, uint8_t axis, uint32_t counter)
+{
+    return EarlierAxisEntry(card, axis, FBCounterSet, counter);
+}
+
+uint32_t TREVIK_CALL Trevik_read_FBcounter_latch_value(uint8_t card, uint8_t axis, uint32_t *counter)
+{
+    return EarlierAxisEntry(card, axis, FBCounterLatchValueRead, counter);
+}
+
+uint32_t TREVIK_CALL Trevik_config_comparator_out(uint8_t card, uint8_t axis, uint8_t counter, uint8_t condition,
+                                                  uint8_t action)
+{
+    return EarlierAxisEntry(card, axis, CMPOutSet, counter, condition, action);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_comparator_out(uint8_t card, uint8_t axis, uint8_t *counter,
+                                                    uint8_t *condition, uint8_t *action)
+{
+    return EarlierAxisEntry(card, axis, CMPOutRead, counter, condition, action);
+}
+
+uint32_t TREVIK_CALL Trevik_set_comparator_data(uint8_t card, uint8_t axis, uint32_t value)
+{
+    return EarlierAxisEntry(card, axis, CMPDataSet, value);
+}
+
+uint32_t TREVIK_CALL Trevik_readback_comparator_data(uint8_t card, uint8_t axis, uint32_t *value)
+{
+    return EarlierAxisEntry(card, axis, CMPDataRead, value);
+}
+
+uint32_t TREVIK_CALL Trevik_read_compare_flag(uint8_t card, uint8_t axis, uint8_t *flag)
+{
+    return EarlierAxisEntry(card, axis, CMPFlagRead, flag);
+}
+
+// Simultaneous start and stop, timers
+
+uint32_t TREVIK_CALL Trevik_trigger_CSTA_pulse(uint8_t card)
+{
+    return EarlierCardEntry(card, CSTATrigger);
+}
+
+uint32_t TREVIK_CALL Trevik_trigger_CSTP_pulse(uint8_t card)
+{
+    return EarlierCardEntry(card, CSTPTrigger);
 }

@@ -3,9 +3,16 @@
 #include <trevik/TrevikA.h>
 
 #include "api/arc_entry.h"
+#include "api/card_init.h"
 #include "api/entry.h"
 #include "api/library.h"
 #include "api/line_entry.h"
+#include "config/compensation.h"
+#include "config/config_file.h"
+#include "config/pins.h"
+#include "config/points.h"
+#include "config/pulse_format.h"
+#include "config/soft_limits.h"
 #include "motion/continuous.h"
 #include "motion/homing.h"
 #include "motion/online_change.h"
@@ -15,6 +22,11 @@
 #include "motion/stop.h"
 #include "motion/velocity.h"
 #include "pulser/pulser.h"
+#include "status/card_timers.h"
+#include "status/comparators.h"
+#include "status/counters.h"
+#include "status/events.h"
+#include "status/interrupts.h"
 #include "status/motion_status.h"
 #include "status/position.h"
 
@@ -526,4 +538,407 @@ uint32_t TREVIK_CALL TrevikA_pulser_map_set(uint8_t card, uint8_t axis, uint8_t 
 uint32_t TREVIK_CALL TrevikA_pulser_motion_enable(uint8_t card, uint8_t axis, uint8_t enable, uint16_t ratio)
 {
     return CardEntry(card, PulserMotionEnable, axis, enable, ratio);
+}
+
+// Card initialisation
+
+uint32_t TREVIK_CALL TrevikA_init_card(uint8_t card)
+{
+    return CardEntry(card, CardInit);
+}
+
+// Pulse formats
+
+uint32_t TREVIK_CALL TrevikA_pulse_outmode_set(uint8_t card, uint8_t axis, uint8_t mode)
+{
+    return AxisEntry(card, axis, PulseOutmodeSet, mode);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulse_outmode_read(uint8_t card, uint8_t axis, uint8_t *mode)
+{
+    return AxisEntry(card, axis, PulseOutmodeRead, mode);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulse_inmode_set(uint8_t card, uint8_t axis, uint8_t format, uint8_t option)
+{
+    return AxisEntry(card, axis, PulseInmodeSet, format, option);
+}
+
+uint32_t TREVIK_CALL TrevikA_pulse_inmode_read(uint8_t card, uint8_t axis, uint8_t *format, uint8_t *option)
+{
+    return AxisEntry(card, axis, PulseInmodeRead, format, option);
+}
+
+// Signal pins
+
+uint32_t TREVIK_CALL TrevikA_SD_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t optionA,
+                                        uint8_t optionB, uint8_t optionC)
+{
+    return AxisEntry(card, axis, SDPinSet, enable, optionA, optionB, optionC);
+}
+
+uint32_t TREVIK_CALL TrevikA_SD_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *optionA,
+                                         uint8_t *optionB, uint8_t *optionC, uint8_t *input)
+{
+    return AxisEntry(card, axis, SDPinRead, enable, optionA, optionB, optionC, input);
+}
+
+uint32_t TREVIK_CALL TrevikA_PCS_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic)
+{
+    return AxisEntry(card, axis, PCSPinSet, enable, logic);
+}
+
+uint32_t TREVIK_CALL TrevikA_PCS_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                          uint8_t *input)
+{
+    return AxisEntry(card, axis, PCSPinRead, enable, logic, input);
+}
+
+uint32_t TREVIK_CALL TrevikA_INP_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic)
+{
+    return AxisEntry(card, axis, INPPinSet, enable, logic);
+}
+
+uint32_t TREVIK_CALL TrevikA_INP_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                          uint8_t *input)
+{
+    return AxisEntry(card, axis, INPPinRead, enable, logic, input);
+}
+
+uint32_t TREVIK_CALL TrevikA_ERC_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic, uint8_t width,
+                                         uint8_t offTime)
+{
+    return AxisEntry(card, axis, ERCPinSet, enable, logic, width, offTime);
+}
+
+uint32_t TREVIK_CALL TrevikA_ERC_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                          uint8_t *width, uint8_t *offTime, uint8_t *output)
+{
+    return AxisEntry(card, axis, ERCPinRead, enable, logic, width, offTime, output);
+}
+
+uint32_t TREVIK_CALL TrevikA_ALM_PIN_set(uint8_t card, uint8_t axis, uint8_t optionA, uint8_t optionB)
+{
+    return AxisEntry(card, axis, ALMPinSet, optionA, optionB);
+}
+
+uint32_t TREVIK_CALL TrevikA_ALM_PIN_read(uint8_t card, uint8_t axis, uint8_t *optionA, uint8_t *optionB,
+                                          uint8_t *input)
+{
+    return AxisEntry(card, axis, ALMPinRead, optionA, optionB, input);
+}
+
+uint32_t TREVIK_CALL TrevikA_LTC_PIN_set(uint8_t card, uint8_t axis, uint8_t enable, uint8_t logic)
+{
+    return AxisEntry(card, axis, LTCPinSet, enable, logic);
+}
+
+uint32_t TREVIK_CALL TrevikA_LTC_PIN_read(uint8_t card, uint8_t axis, uint8_t *enable, uint8_t *logic,
+                                          uint8_t *input)
+{
+    return AxisEntry(card, axis, LTCPinRead, enable, logic, input);
+}
+
+uint32_t TREVIK_CALL TrevikA_CMP_PIN_set(uint8_t card, uint8_t axis, uint8_t code)
+{
+    return AxisEntry(card, axis, CMPPinSet, code);
+}
+
+uint32_t TREVIK_CALL TrevikA_CMP_PIN_read(uint8_t card, uint8_t axis, uint8_t *code, uint8_t *output)
+{
+    return AxisEntry(card, axis, CMPPinRead, code, output);
+}
+
+uint32_t TREVIK_CALL TrevikA_EL_mode_set(uint8_t card, uint8_t axis, uint8_t mode)
+{
+    return AxisEntry(card, axis, ELModeSet, mode);
+}
+
+uint32_t TREVIK_CALL TrevikA_EL_mode_read(uint8_t card, uint8_t axis, uint8_t *mode)
+{
+    return AxisEntry(card, axis, ELModeRead, mode);
+}
+
+uint32_t TREVIK_CALL TrevikA_HOME_PIN_logic_set(uint8_t card, uint8_t axis, uint8_t logic)
+{
+    return AxisEntry(card, axis, HomePinLogicSet, logic);
+}
+
+uint32_t TREVIK_CALL TrevikA_HOME_PIN_logic_read(uint8_t card, uint8_t axis, uint8_t *logic)
+{
+    return AxisEntry(card, axis, HomePinLogicRead, logic);
+}
+
+uint32_t TREVIK_CALL TrevikA_EZ_PIN_logic_set(uint8_t card, uint8_t axis, uint8_t logic)
+{
+    return AxisEntry(card, axis, EZPinLogicSet, logic);
+}
+
+uint32_t TREVIK_CALL TrevikA_EZ_PIN_logic_read(uint8_t card, uint8_t axis, uint8_t *logic)
+{
+    return AxisEntry(card, axis, EZPinLogicRead, logic);
+}
+
+// General-purpose points
+
+uint32_t TREVIK_CALL TrevikA_point_read(uint8_t card, uint8_t axis, uint8_t point, uint8_t *state)
+{
+    return AxisEntry(card, axis, PointRead, point, state);
+}
+
+uint32_t TREVIK_CALL TrevikA_point_set(uint8_t card, uint8_t axis, uint8_t point, uint8_t state)
+{
+    return AxisEntry(card, axis, PointSet, point, state);
+}
+
+uint32_t TREVIK_CALL TrevikA_TTL_IO_mode_set(uint8_t card, uint8_t mode)
+{
+    return CardEntry(card, TTLIOModeSet, mode);
+}
+
+uint32_t TREVIK_CALL TrevikA_TTL_IO_mode_read(uint8_t card, uint8_t *mode)
+{
+    return CardEntry(card, TTLIOModeRead, mode);
+}
+
+// Software limits
+
+uint32_t TREVIK_CALL TrevikA_softlimit_config_set(uint8_t card, uint8_t axis, uint8_t counter, uint8_t action)
+{
+    return AxisEntry(card, axis, SoftlimitConfigSet, counter, action);
+}
+
+uint32_t TREVIK_CALL TrevikA_softlimit_config_read(uint8_t card, uint8_t axis, uint8_t *counter, uint8_t *action)
+{
+    return AxisEntry(card, axis, SoftlimitConfigRead, counter, action);
+}
+
+uint32_t TREVIK_CALL TrevikA_softlimit_data_set(uint8_t card, uint8_t axis, uint32_t first, uint32_t second)
+{
+    return AxisEntry(card, axis, SoftlimitDataSet, first, second);
+}
+
+uint32_t TREVIK_CALL TrevikA_softlimit_data_read(uint8_t card, uint8_t axis, uint32_t *first, uint32_t *second)
+{
+    return AxisEntry(card, axis, SoftlimitDataRead, first, second);
+}
+
+uint32_t TREVIK_CALL TrevikA_softlimit_enable_set(uint8_t card, uint8_t axis, uint8_t enable)
+{
+    return AxisEntry(card, axis, SoftlimitEnableSet, enable);
+}
+
+uint32_t TREVIK_CALL TrevikA_softlimit_enable_read(uint8_t card, uint8_t axis, uint8_t *enable)
+{
+    return AxisEntry(card, axis, SoftlimitEnableRead, enable);
+}
+
+uint32_t TREVIK_CALL TrevikA_softlimit_flag_read(uint8_t card, uint8_t axis, uint8_t *flagA, uint8_t *flagB)
+{
+    return AxisEntry(card, axis, SoftlimitFlagRead, flagA, flagB);
+}
+
+// Backlash, vibration, debounce
+
+uint32_t TREVIK_CALL TrevikA_backlash_comp_set(uint8_t card, uint8_t axis, uint16_t amount, uint8_t mode,
+                                               uint32_t speed)
+{
+    return AxisEntry(card, axis, BacklashCompSet, amount, mode, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_backlash_comp_read(uint8_t card, uint8_t axis, uint16_t *amount, uint8_t *mode,
+                                                uint32_t *speed)
+{
+    return AxisEntry(card, axis, BacklashCompRead, amount, mode, speed);
+}
+
+uint32_t TREVIK_CALL TrevikA_suppress_vibration_set(uint8_t card, uint8_t axis, uint16_t first, uint16_t second)
+{
+    return AxisEntry(card, axis, SuppressVibrationSet, first, second);
+}
+
+uint32_t TREVIK_CALL TrevikA_suppress_vibration_read(uint8_t card, uint8_t axis, uint16_t *first, uint16_t *second)
+{
+    return AxisEntry(card, axis, SuppressVibrationRead, first, second);
+}
+
+uint32_t TREVIK_CALL TrevikA_debounce_set(uint8_t card, uint8_t axis, uint8_t value)
+{
+    return ACAxisEntry(card, axis, DebounceSet, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_debounce_read(uint8_t card, uint8_t axis, uint8_t *value)
+{
+    return ACAxisEntry(card, axis, DebounceRead, value);
+}
+
+// Configuration file
+
+uint32_t TREVIK_CALL TrevikA_config_file_set(uint8_t card, const char *fileName)
+{
+    return NumberEntry(card, ConfigFileSave, fileName);
+}
+
+uint32_t TREVIK_CALL TrevikA_config_file_read(uint8_t card, const char *fileName)
+{
+    return NumberEntry(card, ConfigFileLoad, fileName);
+}
+
+// Events and interrupts
+
+uint32_t TREVIK_CALL TrevikA_event_factor_set(uint8_t card, uint8_t axis, int32_t factor)
+{
+    return AxisEntry(card, axis, EventFactorSet, factor);
+}
+
+uint32_t TREVIK_CALL TrevikA_event_flag_read(uint8_t card, uint8_t axis, uint32_t *flags)
+{
+    return AxisEntry(card, axis, EventFlagRead, flags);
+}
+
+uint32_t TREVIK_CALL TrevikA_error_flag_read(uint8_t card, uint8_t axis, uint32_t *flags)
+{
+    return AxisEntry(card, axis, ErrorFlagRead, flags);
+}
+
+uint32_t TREVIK_CALL TrevikA_IRQ_source_set(uint8_t card, uint8_t axis, int32_t errorSource, int32_t eventSource)
+{
+    return CardEntry(card, IRQSourceSet, axis, errorSource, eventSource);
+}
+
+uint32_t TREVIK_CALL TrevikA_IRQ_mask_set(uint8_t card, uint8_t source, uint8_t value)
+{
+    return CardEntry(card, IRQMaskSet, source, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_IRQ_mask_read(uint8_t card, uint8_t *mask)
+{
+    return NumberEntry(card, IRQMaskRead, mask);
+}
+
+uint32_t TREVIK_CALL TrevikA_IRQ_enable(uint8_t card)
+{
+    return CardEntry(card, IRQEnable);
+}
+
+uint32_t TREVIK_CALL TrevikA_IRQ_disable(uint8_t card)
+{
+    return CardEntry(card, IRQDisable);
+}
+
+uint32_t TREVIK_CALL TrevikA_IRQ_process_link(uint8_t card, TrevikA_callback callback)
+{
+    return CardEntry(card, IRQProcessLink, callback);
+}
+
+uint32_t TREVIK_CALL TrevikA_IRQ_status_read(uint8_t card, uint8_t source, uint8_t *status, uint32_t *eventByte,
+                                             uint32_t *errorByte)
+{
+    return CardEntry(card, IRQStatusRead, source, status, eventByte, errorByte);
+}
+
+// Feedback counter, latch, comparators
+
+uint32_t TREVIK_CALL TrevikA_FB_counter_read(uint8_t card, uint8_t axis, uint32_t *counter)
+{
+    return AxisEntry(card, axis, FBCounterRead, counter);
+}
+
+uint32_t TREVIK_CALL TrevikA_FB_counter_set(uint8_t card, uint8_t axis, uint32_t counter)
+{
+    return AxisEntry(card, axis, FBCounterSet, counter);
+}
+
+uint32_t TREVIK_CALL TrevikA_FB_counter_latch_value_read(uint8_t card, uint8_t axis, uint32_t *counter)
+{
+    return AxisEntry(card, axis, FBCounterLatchValueRead, counter);
+}
+
+uint32_t TREVIK_CALL TrevikA_CMP_out_set(uint8_t card, uint8_t axis, uint8_t counter, uint8_t condition,
+                                         uint8_t action)
+{
+    return AxisEntry(card, axis, CMPOutSet, counter, condition, action);
+}
+
+uint32_t TREVIK_CALL TrevikA_CMP_out_read(uint8_t card, uint8_t axis, uint8_t *counter, uint8_t *condition,
+                                          uint8_t *action)
+{
+    return AxisEntry(card, axis, CMPOutRead, counter, condition, action);
+}
+
+uint32_t TREVIK_CALL TrevikA_CMP_data_set(uint8_t card, uint8_t axis, uint32_t value)
+{
+    return AxisEntry(card, axis, CMPDataSet, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_CMP_data_read(uint8_t card, uint8_t axis, uint32_t *value)
+{
+    return AxisEntry(card, axis, CMPDataRead, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_CMP_flag_read(uint8_t card, uint8_t axis, uint8_t *flag)
+{
+    return AxisEntry(card, axis, CMPFlagRead, flag);
+}
+
+uint32_t TREVIK_CALL TrevikA_compare_start_set(uint8_t card, uint8_t axis, uint8_t counter, uint8_t condition)
+{
+    return AxisEntry(card, axis, CompareStartSet, counter, condition);
+}
+
+uint32_t TREVIK_CALL TrevikA_compare_start_read(uint8_t card, uint8_t axis, uint8_t *counter, uint8_t *condition)
+{
+    return AxisEntry(card, axis, CompareStartRead, counter, condition);
+}
+
+uint32_t TREVIK_CALL TrevikA_compare_start_data_set(uint8_t card, uint32_t value)
+{
+    return CardEntry(card, CompareStartDataSet, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_compare_start_data_read(uint8_t card, uint32_t *value)
+{
+    return CardEntry(card, CompareStartDataRead, value);
+}
+
+// Simultaneous start and stop, timers
+
+uint32_t TREVIK_CALL TrevikA_CSTA_trigger(uint8_t card)
+{
+    return CardEntry(card, CSTATrigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_CSTP_trigger(uint8_t card)
+{
+    return CardEntry(card, CSTPTrigger);
+}
+
+uint32_t TREVIK_CALL TrevikA_timer_set(uint8_t card, uint8_t timer, uint32_t value)
+{
+    return NumberEntry(card, TimerSet, timer, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_timer_read(uint8_t card, uint8_t timer, uint32_t *value)
+{
+    return NumberEntry(card, TimerRead, timer, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_timer_start(uint8_t card)
+{
+    return NumberEntry(card, TimerStart);
+}
+
+uint32_t TREVIK_CALL TrevikA_timer_stop(uint8_t card)
+{
+    return NumberEntry(card, TimerStop);
+}
+
+uint32_t TREVIK_CALL TrevikA_TC_set(uint8_t card, uint8_t item, uint32_t value)
+{
+    return NumberEntry(card, TCSet, item, value);
+}
+
+uint32_t TREVIK_CALL TrevikA_TC_read(uint8_t card, uint8_t, uint32_t *)
+{
+    return !SimulationOn() && manager.unsupported(card) ? TREVIK_ERR_MODEL : TREVIK_OK;
 }

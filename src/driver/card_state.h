@@ -4,6 +4,8 @@
 #include "driver/relaxed.h"
 #include "platform/os.h"
 
+#include <trevik/TrevikA.h>
+
 #include <array>
 #include <cstdint>
 
@@ -66,13 +68,42 @@ class HandleSlot
     Relaxed<std::uintptr_t> complement_;
 };
 
+using UserCallback = void(TREVIK_CALL *)(std::uint32_t card);
+
+struct CardState;
+
+// A thread that calls back, and what has to be closed when it has ended.
+struct CallbackThread {
+    CardState *card = nullptr;
+    std::uint32_t number = 0;       // counts the links of the card
+    os::HANDLE event = nullptr;     // null: it could not be created
+    os::HANDLE IrqThread = nullptr; // likewise
+};
+
+// What the callback threads of a card read. Links are numbered; those not closed yet are oldest to next - 1. Numbers
+// wrap like the table's places do.
+struct CallbackLink {
+    Relaxed<std::uint8_t> CardNumber;
+    Relaxed<UserCallback> Callback;
+    Relaxed<os::HANDLE> LinkEvent;      // of the newest link
+    Relaxed<std::uint32_t> ended_below; // threads of earlier numbers were disabled before that link
+    std::uint32_t oldest = 0;
+    std::uint32_t next = 0;
+    std::array<CallbackThread, 32> threads{};
+
+    CallbackThread &thread(std::uint32_t number_of_link) { return threads[number_of_link % threads.size()]; }
+    bool full() const { return next - oldest == threads.size(); }
+};
+
 // One card. Cards stand on cache lines of their own, so that threads on different cards do not slow each other.
 struct alignas(64) CardState {
     HandleSlot DriverHandle;
     CardRecord Record;
-    Relaxed<std::uint8_t> IrqIdle;          // 1: interrupt delivery is not enabled
+    Relaxed<std::uint8_t> IrqIdle; // 1: interrupt delivery is not enabled
+    Relaxed<os::HANDLE> IrqEvent;  // of the last enable; never closed
     Relaxed<std::uint8_t> CompareStartAxis; // axis whose comparator gives the start trigger
     std::array<AxisShadow, axis_count> Axes;
+    CallbackLink Link;
 };
 
 using CardTable = std::array<CardState, card_count>;

@@ -1,6 +1,8 @@
 // The operation-mode word of an axis: what MODE and PRESET_MODE hold.
 #pragma once
 
+#include "driver/bit_field.h"
+
 #include <cstdint>
 
 namespace trevik
@@ -24,25 +26,15 @@ enum class OperationCode : std::uint32_t {
 
 enum class StartTrigger : std::uint8_t { AtOnce = 0, SimultaneousStart = 1, Comparator = 2 };
 
-// One field of a 32-bit word.
-struct BitField {
-    unsigned offset;
-    unsigned width;
-
-    constexpr std::uint32_t mask() const { return ((1u << width) - 1u) << offset; }
-    constexpr std::uint32_t get(std::uint32_t word) const { return (word & mask()) >> offset; }
-    constexpr std::uint32_t put(std::uint32_t word, std::uint32_t value) const
-    {
-        return (word & ~mask()) | ((value << offset) & mask());
-    }
-};
-
 namespace mode_field
 {
 inline constexpr BitField operation{0, 7};
+inline constexpr BitField sd_enable{8, 1};
+inline constexpr BitField inp_enable{9, 1};
 inline constexpr BitField s_curve{10, 1};
 inline constexpr BitField manual_rampdown{13, 1}; // 1: RAMPDOWN_POINT counts; 0: the chip finds the point
-inline constexpr BitField arc_option{15, 1};      // always 0 in lines and arcs
+inline constexpr BitField pcs_enable{14, 1};
+inline constexpr BitField arc_option{15, 1}; // always 0 in lines and arcs
 inline constexpr BitField start_trigger{18, 2};
 inline constexpr BitField short_profile{26, 1}; // 1: the maximum speed is not reached, or nothing decelerates
 inline constexpr BitField arc_used{27, 1};      // set by every arc and left set

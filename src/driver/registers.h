@@ -66,6 +66,22 @@ namespace trevik
     X(CMD_EMERGENCY_STOP, 0x05)                                                                                    \
     X(CMD_CSTA_PULSE, 0x06)                                                                                        \
     X(CMD_CSTP_PULSE, 0x07)                                                                                        \
+    X(CMD_PORT0_LOW, 0x10)                                                                                         \
+    X(CMD_PORT1_LOW, 0x11)                                                                                         \
+    X(CMD_PORT3_LOW, 0x13)                                                                                         \
+    X(CMD_PORT4_LOW, 0x14)                                                                                         \
+    X(CMD_PORT5_LOW, 0x15)                                                                                         \
+    X(CMD_PORT6_LOW, 0x16)                                                                                         \
+    X(CMD_PORT7_LOW, 0x17)                                                                                         \
+    X(CMD_PORT0_HIGH, 0x18)                                                                                        \
+    X(CMD_PORT1_HIGH, 0x19)                                                                                        \
+    X(CMD_PORT3_HIGH, 0x1B)                                                                                        \
+    X(CMD_PORT4_HIGH, 0x1C)                                                                                        \
+    X(CMD_PORT5_HIGH, 0x1D)                                                                                        \
+    X(CMD_PORT6_HIGH, 0x1E)                                                                                        \
+    X(CMD_PORT7_HIGH, 0x1F)                                                                                        \
+    X(CMD_OUTPUT_ON, 0x24)                                                                                         \
+    X(CMD_OUTPUT_OFF, 0x25)                                                                                        \
     X(CMD_LATCH_COUNTERS, 0x29)                                                                                    \
     X(CMD_STOP_IMMEDIATE, 0x49)                                                                                    \
     X(CMD_STOP_DECEL, 0x4A)                                                                                        \
@@ -104,6 +120,14 @@ constexpr Register PresetOf(Register direct)
     return static_cast<Register>(static_cast<int>(direct) - 0x10);
 }
 
+// The two 16-bit status words of an axis.
+enum class StatusWord : std::uint32_t { Main = 0, Sub = 2 };
+
+constexpr std::uint32_t StatusPort(std::uint32_t axis, StatusWord word)
+{
+    return 8 * axis + static_cast<std::uint32_t>(word);
+}
+
 // 16-bit ports of a card, by offset.
 enum class Port : std::uint32_t {
     Command = 0, // write: axis set in the high byte, command in the low byte
@@ -118,11 +142,11 @@ enum class Port : std::uint32_t {
 
 constexpr std::uint32_t MainStatusPort(std::uint32_t axis)
 {
-    return 8 * axis;
+    return StatusPort(axis, StatusWord::Main);
 }
 constexpr std::uint32_t SubStatusPort(std::uint32_t axis)
 {
-    return 8 * axis + 2;
+    return StatusPort(axis, StatusWord::Sub);
 }
 
 // Index register of axis 0 that holds the model word, and the words of the two known models.

@@ -139,6 +139,30 @@ Result ResourceRequest(os::HANDLE handle, ResourceReply &reply)
     return result;
 }
 
+void IrqEnableRequest(os::HANDLE handle, bool enable)
+{
+    Request request = ProcessRequest();
+    request.put(20, static_cast<std::uint8_t>(enable));
+    Send(handle, ControlCode::IOCTL_IRQ_ENABLE, request);
+}
+
+void IrqLinkRequest(os::HANDLE handle, std::uint32_t process, os::HANDLE event)
+{
+    const std::uint32_t number = HandleNumber(event);
+    Request request;
+    request.put(16, process).put(24, number).put(28, number);
+    Send(handle, ControlCode::IOCTL_IRQ_LINK, request);
+}
+
+Result IrqStatusRequest(os::HANDLE handle, InterruptSnapshot &snapshot)
+{
+    RequestBuffer<84> reply;
+    if (Send(handle, ControlCode::IOCTL_IRQ_STATUS, nullptr, 0, reply.data(), reply.size) != Result::Ok)
+        return Result::Handle;
+    snapshot.reply_ = reply;
+    return Result::Ok;
+}
+
 void ReleaseRequest(os::HANDLE handle)
 {
     Request request = ProcessRequest();

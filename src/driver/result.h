@@ -17,10 +17,12 @@ enum class Result : std::uint32_t {
     Card = TREVIK_ERR_CARD,
     Axis = TREVIK_ERR_AXIS,
     Param = TREVIK_ERR_PARAM,
+    NoResources = 1450, // Windows' number for it
     Busy = TREVIK_ERR_BUSY,
     QueueFull = TREVIK_ERR_QUEUE_FULL,
     NotMoving = TREVIK_ERR_NOT_MOVING,
     ContinuousMix = TREVIK_ERR_CONTINUOUS_MIX,
+    File = TREVIK_ERR_FILE,
     ArcAsLine = TREVIK_ERR_ARC_AS_LINE,
     CircleAsDiameter = TREVIK_ERR_CIRCLE_AS_DIAMETER,
 };

@@ -5,8 +5,6 @@ namespace trevik
 namespace
 {
 
-constexpr BitField interpolation_option{12, 2}; // of MOTION_CONFIG
-
 std::int32_t Relative(const Axis &axis, std::int32_t given, bool absolute)
 {
     const auto coordinate = static_cast<std::uint32_t>(given);
@@ -43,11 +41,8 @@ void PrepareCircle(const CheckedAxes &axes, OperationCode operation)
         ComposeModeWord(shadow, operation, Curve::T); // the curve bit stays clear in S-curve arcs, too
         shadow.ModeWord = mode_field::arc_used.put(mode_field::arc_option.put(shadow.ModeWord, 0), 1);
     }
-    for (const Axis *axis : {&axes[0], &axes[1]}) {
-        std::uint32_t config = 0;
-        axis->read(Register::MOTION_CONFIG, config);
-        axis->write(Register::MOTION_CONFIG, interpolation_option.put(config, 0));
-    }
+    for (const Axis *axis : {&axes[0], &axes[1]})
+        Modify(*axis, motion_config::interpolation_option.to(0));
 }
 
 void MarkCircle(const CheckedAxes &axes)

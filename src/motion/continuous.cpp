@@ -1,6 +1,5 @@
 #include "motion/continuous.h"
 
-#include "driver/mode_word.h"
 #include "status/motion_status.h"
 
 namespace trevik
@@ -19,13 +18,7 @@ Result ContinuousBufferRead(const Axis &axis, std::uint8_t *full)
 
 Result ContinuousBufferCountRead(const Axis &axis, std::uint8_t *count)
 {
-    constexpr BitField buffer_count{20, 2};
-    if (count == nullptr)
-        return Result::Param;
-    std::uint32_t status = 0;
-    const Result result = axis.read(StatusRegister::EXT_STATUS, status);
-    *count = static_cast<std::uint8_t>(buffer_count.get(status));
-    return result;
+    return count == nullptr ? Result::Param : Fetch(axis, ext_status::buffer_count.into(count));
 }
 
 } // namespace trevik

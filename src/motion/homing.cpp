@@ -5,9 +5,6 @@ namespace trevik
 namespace
 {
 
-constexpr BitField home_mode{0, 4};
-constexpr BitField home_option{4, 4};
-
 // One rate for both ramps, clamped as an unsigned number: what the division leaves less 1 wraps to the slowest.
 std::uint32_t HomeRate(double ramp_s, std::uint32_t start, std::uint32_t maximum)
 {
@@ -53,9 +50,7 @@ Result HomeModeSet(const Axis &axis, std::uint8_t mode, std::uint8_t option)
 {
     if (mode > 12 || option > 15)
         return Result::Param;
-    std::uint32_t config = 0;
-    axis.read(Register::HOME_CONFIG, config);
-    return axis.write(Register::HOME_CONFIG, home_option.put(home_mode.put(config, mode), option));
+    return Modify(axis, home_config::mode.to(mode), home_config::option.to(option));
 }
 
 Result HomeStart(const Axis &axis, MoveSpeeds speeds, double ramp_s, std::uint8_t direction)
@@ -75,9 +70,7 @@ Result HomeSearch(const Axis &axis, MoveSpeeds speeds, double ramp_s, std::uint8
     WriteMoveRegister(axis, Register::DISTANCE, distance);
     WriteHoming(axis, direction == 0 ? OperationCode::HomeSearchPlus : OperationCode::HomeSearchMinus,
                 PlanHoming(axis, speeds, ramp_s));
-    std::uint32_t config = 0;
-    axis.read(Register::HOME_CONFIG, config);
-    axis.write(Register::HOME_CONFIG, home_mode.put(config, 0));
+    Modify(axis, home_config::mode.to(0));
     return StartHoming(axis, speeds, ramp_s);
 }
 

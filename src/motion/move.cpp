@@ -62,14 +62,10 @@ void ComposeModeWord(AxisShadow &shadow, OperationCode operation, Curve curve, R
 
 void ApplyStartTrigger(const Axis &axis, StartTrigger trigger)
 {
-    constexpr BitField source_axis{20, 2};
     AxisShadow &shadow = axis.shadow();
     shadow.ModeWord = mode_field::start_trigger.put(shadow.ModeWord, static_cast<std::uint32_t>(trigger));
-    if (trigger != StartTrigger::Comparator)
-        return;
-    std::uint32_t environment = 0;
-    axis.read(Register::START_TRIGGER_ENV, environment);
-    axis.write(Register::START_TRIGGER_ENV, source_axis.put(environment, axis.card().state().CompareStartAxis));
+    if (trigger == StartTrigger::Comparator)
+        Modify(axis, start_trigger_env::compare_start_axis.to(axis.card().state().CompareStartAxis));
 }
 
 void ClearStartTrigger(AxisShadow &shadow)

@@ -1,17 +1,11 @@
 #include "pulser/pulser.h"
 
-#include "driver/mode_word.h"
 #include "pulser/follow.h"
 
 namespace trevik
 {
 namespace
 {
-
-// Fields of SIGNAL_CONFIG2, and of MOTION_CONFIG what stays when following begins.
-constexpr BitField input_format{24, 2};
-constexpr BitField input_option{26, 1};
-constexpr BitField kept_while_following{0, 14};
 
 // Keeps the periodic task off an axis.
 class PulserPause
@@ -35,9 +29,7 @@ Result BeginFollowing(const Axis &axis)
 {
     SettlePulser(axis);
     const Axis source = axis.card().axis(axis.shadow().PulserMap);
-    std::uint32_t config = 0;
-    source.read(Register::MOTION_CONFIG, config);
-    return source.write(Register::MOTION_CONFIG, config & kept_while_following.mask());
+    return Modify(source, motion_config::cleared_by_following.to(0));
 }
 
 } // namespace
@@ -46,20 +38,14 @@ Result PulserModeSet(const Axis &axis, std::uint8_t format, std::uint8_t option)
 {
     if (format > 3 || option > 1)
         return Result::Param;
-    std::uint32_t config = 0;
-    axis.read(Register::SIGNAL_CONFIG2, config);
-    return axis.write(Register::SIGNAL_CONFIG2, input_option.put(input_format.put(config, format), option));
+    return Modify(axis, signal_config2::pulser_format.to(format), signal_config2::pulser_option.to(option));
 }
 
 Result PulserModeRead(const Axis &axis, std::uint8_t *format, std::uint8_t *option)
 {
-    if (format == nullptr || option == nullptr)
+    if (AnyNull(format, option))
         return Result::Param;
-    std::uint32_t config = 0;
-    const Result result = axis.read(Register::SIGNAL_CONFIG2, config);
-    *format = static_cast<std::uint8_t>(input_format.get(config));
-    *option = static_cast<std::uint8_t>(input_option.get(config));
-    return result;
+    return Fetch(axis, signal_config2::pulser_format.into(format), signal_config2::pulser_option.into(option));
 }
 
 Result PulserCounterRead(const Axis &axis, std::uint32_t *count)
