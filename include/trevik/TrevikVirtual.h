@@ -32,7 +32,28 @@ enum TrevikVirtualInput {
     TREVIK_VIRTUAL_IN_POSITION = 6,
     TREVIK_VIRTUAL_LATCH = 7,
     TREVIK_VIRTUAL_POSITION_CHANGE = 8,
-    TREVIK_VIRTUAL_INPUT_COUNT = 9
+    TREVIK_VIRTUAL_PORT3 = 9,  /* general ports 3 to 6 (points 17 to 20 of axis 1, 21 to 24 of axis 2), */
+    TREVIK_VIRTUAL_PORT4 = 10, /* as long as they are inputs */
+    TREVIK_VIRTUAL_PORT5 = 11,
+    TREVIK_VIRTUAL_PORT6 = 12,
+    TREVIK_VIRTUAL_POINT4 = 13, /* what TrevikA_point_read reads by these numbers */
+    TREVIK_VIRTUAL_POINT9 = 14,
+    TREVIK_VIRTUAL_POINT15 = 15,
+    TREVIK_VIRTUAL_POINT16 = 16,
+    TREVIK_VIRTUAL_INPUT_COUNT = 17
+};
+
+/* Outputs of an axis. 1 is on. */
+enum TrevikVirtualOutput {
+    TREVIK_VIRTUAL_OUTPUT0 = 0, /* what TrevikA_point_set sets as points 0 to 3 */
+    TREVIK_VIRTUAL_OUTPUT1 = 1,
+    TREVIK_VIRTUAL_OUTPUT2 = 2,
+    TREVIK_VIRTUAL_OUTPUT3 = 3,
+    TREVIK_VIRTUAL_OUTPUT_PORT3 = 4, /* general ports 3 to 6 (points 4 to 7 on axis 1, 8 to 11 on axis 2), */
+    TREVIK_VIRTUAL_OUTPUT_PORT4 = 5, /* 0 as long as they are inputs */
+    TREVIK_VIRTUAL_OUTPUT_PORT5 = 6,
+    TREVIK_VIRTUAL_OUTPUT_PORT6 = 7,
+    TREVIK_VIRTUAL_OUTPUT_COUNT = 8
 };
 
 /* Replaces all virtual cards by new ones in their power-up state. `cards` is written as TREVIK_CARDS is. A program
@@ -59,6 +80,9 @@ TREVIK_API uint32_t TrevikVirtual_speed_read(uint8_t card, uint8_t axis, double 
  * here or its switch is. What it does to a running operation it does at once. */
 TREVIK_API uint32_t TrevikVirtual_input_read(uint8_t card, uint8_t axis, uint8_t input, uint8_t *active);
 TREVIK_API uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint8_t active);
+
+/* Reads an output of an axis (enum TrevikVirtualOutput), 0 or 1. */
+TREVIK_API uint32_t TrevikVirtual_output_read(uint8_t card, uint8_t axis, uint8_t output, uint8_t *on);
 
 /* Puts a switch beside an axis, or takes it away: the input is active while the machine's axis stands from `first`
  * to `last`, both inclusive, in pulses as TrevikVirtual_position_read counts them. INT32_MIN as `first` and

@@ -17,6 +17,10 @@ constexpr double Smaller(double a, double b)
 {
     return a < b ? a : b;
 }
+constexpr std::int64_t Smaller(std::int64_t a, std::int64_t b)
+{
+    return a < b ? a : b;
+}
 constexpr double Larger(double a, double b)
 {
     return a > b ? a : b;
@@ -36,6 +40,12 @@ double Solve(double low, double high, double value, Function function)
         (function(middle) < value ? low : high) = middle;
     }
     return high;
+}
+
+// Number of the lowest bit of a word that is not 0.
+inline unsigned LowestBit(std::uint32_t word)
+{
+    return static_cast<unsigned>(__builtin_ctz(word));
 }
 
 // The nearest whole number; for numbers of 0 or more.

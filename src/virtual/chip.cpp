@@ -13,21 +13,16 @@ constexpr double pulse_tolerance = 1e-6;
 
 constexpr BitField encoder_backwards{22, 1}; // of SIGNAL_CONFIG2
 
+// Bits of the main status.
+constexpr unsigned soft_limit_status = 8; // and 9
+constexpr std::uint32_t comparator_status = 1u << 12;
+
 constexpr unsigned first_write_code = 0x80;
 constexpr unsigned first_read_code = 0xC0;
 
-constexpr Register CounterRegister(unsigned number)
-{
-    return static_cast<Register>(WriteCode(Register::COUNTER1) + number - 1);
-}
 constexpr unsigned CounterNumber(Register reg)
 {
     return WriteCode(reg) - WriteCode(Register::COUNTER1) + 1u;
-}
-
-std::uint32_t InputBit(std::uint32_t inputs, Input input, unsigned bit)
-{
-    return (inputs & Bit(input)) != 0 ? 1u << bit : 0;
 }
 
 // The flags of a register that reading clears.
@@ -36,14 +31,6 @@ std::uint32_t Taken(std::uint32_t &flags)
     const std::uint32_t taken = flags;
     flags = 0;
     return taken;
-}
-
-// The inputs as EXT_STATUS shows them; the operations in the buffer come on top.
-std::uint32_t ExtendedInputs(std::uint32_t inputs)
-{
-    return InputBit(inputs, Input::PositionChange, 8) | InputBit(inputs, Input::Index, 10) |
-           InputBit(inputs, Input::Latch, 14) | InputBit(inputs, Input::SlowDown, 15) |
-           InputBit(inputs, Input::InPosition, 16);
 }
 
 } // namespace
@@ -56,8 +43,11 @@ void Chip::next_thing()
         if (sections_[axis].leader == axis && sections_[axis].next().before(first->next()))
             first = &sections_[axis];
     const Moment now = first->next();
+    if (next_look_ns_ < now.reached_ns()) {
+        look_at_time(next_look_ns_);
+        return;
+    }
     if (first->edge.before(first->due)) {
-        first->passed = first->edge_pulses;
         look(*first, {now, first->edge_pulses, true});
     } else if (first->state == State::Running) {
         finish(*first, now);
@@ -75,14 +65,38 @@ void Chip::update_next_event(std::int64_t now_ns)
         Section &section = sections_[axis];
         if (section.leader != axis || section.state == State::Idle)
             continue;
-        if (section.state == State::Waiting)
-            section.due = comparator_time(section, now_ns);
-        else
+        if (section.state == State::Running)
             find_edge(section, now_ns);
+        else if (section.due.ns == never_ns && triggered(section))
+            section.due = {now_ns, 0};
         const std::int64_t event_ns = section.next().reached_ns();
         if (event_ns < next_event_ns_)
             next_event_ns_ = event_ns;
     }
+    if (timed_axes_ != 0) {
+        find_next_look(now_ns);
+        next_event_ns_ = Smaller(next_event_ns_, next_look_ns_);
+    }
+}
+
+// The next time at which a handwheel brings its counter to a change of a comparator, or a ramp ends.
+void Chip::find_next_look(std::int64_t now_ns)
+{
+    next_look_ns_ = never_ns;
+    each(timed_axes_, [&](unsigned, Section &section) {
+        next_look_ns_ = Smaller(next_look_ns_, wheel_edge(section));
+        if (section.state == State::Running)
+            note_ramp(leader_of(section), now_ns);
+    });
+}
+
+void Chip::look_at_time(std::int64_t now_ns)
+{
+    each(timed_axes_, [&](unsigned axis, Section &section) {
+        if (wheel_edge(section) == now_ns)
+            look_again(axis, now_ns);
+    });
+    update_next_event(now_ns);
 }
 
 std::int64_t Chip::leader_pulses(Section &leader, std::int64_t now_ns)
@@ -152,22 +166,21 @@ std::int64_t Chip::travelled(const Section &section, std::int64_t now_ns)
     return share(section, leader_pulses(leader_of(section), now_ns));
 }
 
-// What counters 1 to 4 count, from power-up.
-std::uint32_t Chip::counted(const Section &section, unsigned number, std::int64_t now_ns)
+// What counters 1 to 4 count, from power-up; the leg has travelled so far.
+std::uint32_t Chip::counted(const Section &section, unsigned number, std::int64_t travelled, std::int64_t now_ns)
 {
     if (number == 4)
         return section.wheel.counted(now_ns);
-    const std::int64_t done = travelled(section, now_ns);
-    const std::uint32_t put_out = section.put_out + static_cast<std::uint32_t>(done);
+    const std::uint32_t put_out = section.put_out + static_cast<std::uint32_t>(travelled);
     if (number == 1)
         return put_out;
-    const std::uint32_t encoder = section.encoder.count(section.base_position + done);
+    const std::uint32_t encoder = section.encoder.count(section.base_position + travelled);
     return number == 2 ? encoder : put_out - encoder;
 }
 
 std::uint32_t Chip::counter(const Section &section, unsigned number, std::int64_t now_ns)
 {
-    return section.reg(CounterRegister(number)) + counted(section, number, now_ns);
+    return section.reg(CounterRegister(number)) + counted(section, number, travelled(section, now_ns), now_ns);
 }
 
 std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns)
@@ -176,10 +189,12 @@ std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, s
     switch (static_cast<StatusRegister>(read_code)) {
     case StatusRegister::EXT_STATUS: {
         const std::uint32_t operations = (section.state != State::Idle ? 1u : 0u) + (section.queued ? 1u : 0u);
-        return ExtendedInputs(inputs_now(section, now_ns)) | operations << 20;
+        return extended_inputs(section, now_ns) | operations << 20;
     }
     case StatusRegister::ERROR_FLAGS:
         return Taken(section.errors);
+    case StatusRegister::LATCH_DATA:
+        return section.latched;
     case StatusRegister::EVENT_FLAGS:
         return Taken(section.events);
     case StatusRegister::REMAINING: {
@@ -235,8 +250,8 @@ void Chip::written(Section &section, Register reg, std::uint32_t value, std::int
     case Register::COUNTER2:
     case Register::COUNTER3:
     case Register::COUNTER4:
-        section.reg(reg) = value - counted(section, CounterNumber(reg), now_ns);
-        update_next_event(now_ns);
+        section.reg(reg) = value - counted(section, CounterNumber(reg), travelled(section, now_ns), now_ns);
+        reconsider(axis_of(section), now_ns);
         break;
     case Register::SIGNAL_CONFIG2:
         scale_encoder(section, now_ns);
@@ -255,10 +270,17 @@ void Chip::written(Section &section, Register reg, std::uint32_t value, std::int
         if (section.kind == Kind::Continuous)
             retarget(section, now);
         break;
+    case Register::EVENT_ENABLE:
+        events_chosen(axis_of(section), now_ns);
+        break;
     case Register::LIMIT_CONFIG:
+    case Register::SOFTLIMIT1:
+    case Register::SOFTLIMIT2:
     case Register::COMPARE_START_DATA:
+    case Register::COMPARATOR_DATA:
     case Register::START_TRIGGER_ENV:
-        update_next_event(now_ns);
+        note_watched(axis_of(section));
+        reconsider(axis_of(section), now_ns);
         break;
     default:
         break;
@@ -298,7 +320,11 @@ void Chip::command(unsigned axis_set, std::uint8_t code, std::int64_t now_ns)
     case Command::CMD_RESTART:
         restart(axis_set, {now_ns, 0});
         break;
+    case Command::CMD_LATCH_COUNTERS:
+        latch_all(axis_set, now_ns);
+        return;
     default:
+        switch_output(axis_set, code);
         return;
     }
     update_next_event(now_ns);
@@ -310,15 +336,9 @@ std::uint16_t Chip::main_status(unsigned axis, std::int64_t now_ns)
     advance(now_ns);
     const Section &section = sections_[axis];
     return static_cast<std::uint16_t>((section.busy() ? 0u : MainStatus::idle_bit) |
+                                      (section.met & soft_limits) << soft_limit_status |
+                                      ((section.met & Bit(Compared::Output)) != 0 ? comparator_status : 0u) |
                                       (section.queued ? MainStatus::preset_full_bit : 0u));
-}
-
-std::uint16_t Chip::sub_status(unsigned axis, std::int64_t now_ns)
-{
-    advance(now_ns);
-    const std::uint32_t inputs = inputs_now(sections_[axis], now_ns);
-    return static_cast<std::uint16_t>(InputBit(inputs, Input::Alarm, 11) | InputBit(inputs, Input::PlusLimit, 12) |
-                                      InputBit(inputs, Input::MinusLimit, 13) | InputBit(inputs, Input::Home, 14));
 }
 
 std::int32_t Chip::position(unsigned axis, std::int64_t now_ns)
@@ -335,6 +355,7 @@ bool Chip::move_by_hand(unsigned axis, std::int32_t position, std::int64_t now_n
     if (section.state == State::Running)
         return false;
     section.base_position = position;
+    reconsider(axis, now_ns);
     return true;
 }
 
@@ -355,6 +376,7 @@ void Chip::turn_handwheel(unsigned axis, std::int32_t counts, double seconds, st
     Section &section = sections_[axis];
     section.reg(Register::COUNTER4) += section.wheel.counted(now_ns);
     section.wheel = {now_ns, seconds, counts};
+    reconsider(axis, now_ns);
 }
 
 void Chip::set_encoder_scale(unsigned axis, std::int32_t counts, std::int32_t pulses, std::int64_t now_ns)
@@ -373,7 +395,7 @@ void Chip::scale_encoder(Section &section, std::int64_t now_ns)
     const std::int64_t counts = section.encoder_counts;
     section.encoder.scale(backwards ? -counts : counts, section.encoder_pulses,
                           section.base_position + travelled(section, now_ns));
-    update_next_event(now_ns);
+    reconsider(axis_of(section), now_ns);
 }
 
 std::int64_t Chip::next_event(std::int64_t now_ns)

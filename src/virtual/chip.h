@@ -9,6 +9,7 @@
 #include "driver/mode_word.h"
 #include "driver/registers.h"
 #include "virtual/arc_path.h"
+#include "virtual/comparator.h"
 #include "virtual/event.h"
 #include "virtual/homing.h"
 #include "virtual/input.h"
@@ -51,6 +52,7 @@ class Chip
     double speed(unsigned axis, std::int64_t now_ns); // signed pulses/s
     bool input(unsigned axis, Input input, std::int64_t now_ns);
     void set_input(unsigned axis, Input input, bool active, std::int64_t now_ns);
+    bool output(unsigned axis, Output output) const;
     void turn_handwheel(unsigned axis, std::int32_t counts, double seconds, std::int64_t now_ns);
     // The encoder gives `counts` for every `pulses` (1 or more) of the machine's way, from here on; negative counts:
     // the other way round.
@@ -62,7 +64,8 @@ class Chip
     {
         advance(now_ns);
         change(sections_[axis].around);
-        surroundings_changed(axis, now_ns);
+        note_watched(axis);
+        reconsider(axis, now_ns);
     }
 
     // Time at which the next thing happens by itself, after `now_ns`; never_ns: nothing will.
@@ -80,6 +83,14 @@ class Chip
         std::uint32_t events = 0; // since EVENT_FLAGS was read
         std::uint32_t errors = 0; // since ERROR_FLAGS was read
         Raised raised;
+        std::uint32_t latched = 0;
+        std::uint32_t ports = 0x87; // levels; points 1 to 3 are on at low level
+        bool drive_cleared = false; // the output that clears the drive's deviation, which is point 0
+
+        // Bits of the comparators that are on, and of those that were met at the last look.
+        unsigned compares = 0;
+        unsigned met = 0;
+        std::int64_t wheel_seen_ns = 0; // time of the last look at the handwheel's count
 
         // Where the axis stands and the signed pulses that it has put out, without what the running operation has
         // done. The registers of the counters hold what they differ from these by.
@@ -97,7 +108,8 @@ class Chip
         std::int64_t rest = 0;     // signed pulses that an interrupted operation has left
         bool interrupted = false;  // it can go on
         std::int8_t last_way = 0;  // direction of the last motion: 1, -1, 0 none yet
-        std::uint32_t seen = 0;    // inputs, when the running operation last looked
+        std::uint32_t seen = 0;    // inputs at the last look
+        std::uint32_t failed = 0;  // errors of the running operation
 
         bool preset_chosen = false; // PRESET_MODE was written later than MODE: the next start takes the preset set
         bool queued = false;        // a start command took it, and it waits
@@ -115,6 +127,7 @@ class Chip
         bool correcting = false; // backlash is being taken up; the leg itself comes next
         bool slowed = false;     // by the slow-down input
         bool creeping = false;   // a homing phase at start speed
+        std::int8_t ramp = 0;    // 1 or -1 while its speed rises or falls, if anybody wants to know
         Moment start_time;
         Moment due;                   // when its leg ends, or its comparator starts it
         Moment edge;                  // when one of its axes comes to a switch
@@ -146,6 +159,12 @@ class Chip
         bool arrived = false; // with this pulse; false: something else has changed
     };
 
+    // What a look has found.
+    struct Changes {
+        std::uint32_t inputs_before = 0;
+        unsigned met = 0; // comparators that have become met, or were passed
+    };
+
     // The axes of a set that its operation codes tie together: lines, with the arcs of helices; and the two axes of
     // a circle.
     struct Groups {
@@ -163,7 +182,7 @@ class Chip
             if ((axis_set >> axis & 1) != 0)
                 function(axis, sections_[axis]);
     }
-    unsigned axis_bit(const Section &section) const { return 1u << (&section - sections_.data()); }
+    unsigned axis_of(const Section &section) const { return static_cast<unsigned>(&section - sections_.data()); }
     Section &leader_of(const Section &section) { return sections_[section.leader]; }
 
     // Time passes: chip.cpp
@@ -174,13 +193,16 @@ class Chip
     }
     void next_thing();
     void update_next_event(std::int64_t now_ns);
+    void find_next_look(std::int64_t now_ns);
+    void look_at_time(std::int64_t now_ns);
     std::int64_t leader_pulses(Section &leader, std::int64_t now_ns);
     std::int64_t share(const Section &section, std::int64_t pulses);
     std::int64_t pulses_at_step(const Section &section, std::int64_t step);
     int way(const Section &section, const Instant &now);
     double part_of_speed(const Section &section, std::int64_t pulses);
     std::int64_t travelled(const Section &section, std::int64_t now_ns);
-    std::uint32_t counted(const Section &section, unsigned number, std::int64_t now_ns);
+    static std::uint32_t counted(const Section &section, unsigned number, std::int64_t travelled,
+                                 std::int64_t now_ns);
     std::uint32_t counter(const Section &section, unsigned number, std::int64_t now_ns);
     void scale_encoder(Section &section, std::int64_t now_ns);
     std::uint32_t status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns);
@@ -192,9 +214,22 @@ class Chip
     std::int64_t arc_share(const Section &section, std::int64_t pulses);
     std::int64_t pulses_at_turn(const Section &section, std::int64_t pulses);
 
-    // The comparator start trigger: chip_trigger.cpp
-    Moment comparator_time(const Section &waiting, std::int64_t now_ns);
-    Moment time_of_count(const Section &source, std::uint32_t count, std::uint32_t condition, std::int64_t now_ns);
+    // Comparators and what they do: chip_comparators.cpp
+    static Comparator comparator(const Section &section, Compared compared);
+    static StopAction action(const Section &section, Compared compared);
+    template <class Function>
+    static void each_comparator(const Section &section, Function function);
+    void note_watched(unsigned axis);
+    Changes observe(Section &section, std::int64_t from, std::int64_t to, const Moment &now);
+    void met_now(Section &section, unsigned compared, const Moment &now);
+    void latch(Section &section, std::int64_t travelled);
+    void latch_all(unsigned axis_set, std::int64_t now_ns);
+    const Section *trigger_source(const Section &waiting);
+    bool triggered(const Section &waiting);
+    bool heed_comparators(Section &section, Section &leader, const Changes &changes, const Instant &now);
+    static int counting(const Section &section, unsigned counter, int way);
+    static std::int64_t steps_to_comparator(const Section &section, std::int64_t done, std::int64_t ahead);
+    static std::int64_t wheel_edge(const Section &section);
 
     // Operations start and end: chip_operation.cpp
     void start(unsigned axis_set, StartKind kind, const Moment &now);
@@ -211,7 +246,7 @@ class Chip
     static std::int64_t own_pulses(const Section &leader);
     std::uint32_t slack(const Section &leader);
     static std::int64_t rest_of_operation(const Section &section);
-    void settle_group(Section &leader, std::int64_t pulses);
+    void settle_group(Section &leader, const Instant &now);
     void finish(Section &leader, const Moment &now);
 
     // Running operations change, stop and restart: chip_change.cpp
@@ -231,16 +266,28 @@ class Chip
     // Events and errors: chip_events.cpp
     void raise_event(Section &section, Event event);
     void raise_error(Section &section, Error error);
+    SpeedProfile::Ramp ramp_now(Section &leader, std::int64_t now_ns);
+    void note_ramp(Section &leader, std::int64_t now_ns);
+    void change_ramp(Section &leader, int way);
+    void events_chosen(unsigned axis, std::int64_t now_ns);
     void raise_in_busy(unsigned axis_set, Error error);
+
+    // Status of inputs and outputs: chip_ports.cpp
+    std::uint32_t extended_inputs(const Section &section, std::int64_t now_ns);
+    void switch_output(unsigned axis_set, unsigned code);
 
     // Inputs and what they do: chip_inputs.cpp
     std::uint32_t inputs_at(const Section &section, std::int64_t travelled);
     std::uint32_t inputs_now(const Section &section, std::int64_t now_ns);
-    void surroundings_changed(unsigned axis, std::int64_t now_ns);
+    void reconsider(unsigned axis, std::int64_t now_ns);
+    Instant here(Section &leader, std::int64_t now_ns);
     void find_edge(Section &leader, std::int64_t now_ns);
     std::int64_t next_edge(const Section &section, std::int64_t pulses, bool index);
+    void look_again(unsigned axis, std::int64_t now_ns);
     void look(Section &leader, const Instant &now);
-    void look(Section &section, Section &leader, const Instant &now);
+    void observe_group(Section &leader, const Instant &now, std::array<Changes, chip_axes> &changes);
+    void act(Section &section, Section &leader, const Changes &changes, const Instant &now);
+    static bool beyond_limit(const Section &section);
     bool protect(Section &section, Section &leader, const Instant &now);
     void fail(Section &section, Section &leader, Error error, bool slowly, const Instant &now);
     bool slow_down_asked(const Section &leader);
@@ -258,7 +305,9 @@ class Chip
 
     std::array<Section, chip_axes> sections_;
     std::int64_t next_event_ns_ = never_ns;
-    unsigned fitted_axes_ = 0; // with something around them that depends on the position
+    std::int64_t next_look_ns_ = never_ns; // at what only time brings about
+    unsigned watched_axes_ = 0;            // with switches or comparators that depend on the position
+    unsigned timed_axes_ = 0;              // with comparators or events that time brings about by itself
     unsigned raised_axes_ = 0;
 };
 

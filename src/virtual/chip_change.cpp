@@ -37,7 +37,7 @@ void Chip::stop(unsigned axis_set, const Moment &now)
         drop_queue(group);
         Section &leader = leader_of(section);
         if (section.state == State::Waiting || (section.state == State::Running && leader.correcting))
-            settle_group(leader, 0);
+            settle_group(leader, {now, 0});
         const unsigned named = group & axis_set;
         const bool leader_named = (named >> section.leader & 1) != 0;
         const bool decides = leader_named ? axis == section.leader : named >> axis << axis == named;
@@ -56,7 +56,7 @@ void Chip::stop_at_once(unsigned axis_set, std::int64_t now_ns)
         if (section.state == State::Idle)
             return;
         Section &leader = leader_of(section);
-        settle_group(leader, section.state == State::Running ? leader_pulses(leader, now_ns) : 0);
+        settle_group(leader, section.state == State::Running ? here(leader, now_ns) : Instant{{now_ns, 0}});
     });
 }
 
@@ -133,7 +133,7 @@ void Chip::line_changed(Section &section, const Moment &now)
     if (!line)
         return;
     const double pps = old.profile.speed_at(old.start_time.seconds_until(now));
-    settle_group(old, leader_pulses(old, now.ns));
+    settle_group(old, here(old, now.ns));
     each(group, [](unsigned, Section &axis) {
         axis.distance = axis.target = static_cast<std::int32_t>(axis.reg(Register::DISTANCE)) - axis.origin;
     });

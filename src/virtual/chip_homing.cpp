@@ -137,7 +137,7 @@ void Chip::reach(Section &axis, const Instant &now)
         phase.until == Until::LimitOn && limit_slowly.get(axis.reg(Register::SIGNAL_CONFIG1)) == 0;
     const bool stands = now.pulses == 0;
     if (phase.then == Then::Stop || axis.start == StartKind::High || hard_limit || stands) {
-        settle_group(axis, now.pulses);
+        settle_group(axis, now);
         end_phase(axis, now);
     } else {
         homing.phase_over = true;

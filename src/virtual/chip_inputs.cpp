@@ -14,6 +14,7 @@ constexpr BitField limit_slowly{3, 1};
 constexpr BitField slow_down_stops{4, 1};
 constexpr BitField slow_down_latched{5, 1};
 constexpr BitField alarm_slowly{8, 1};
+constexpr BitField clears_drive{11, 1};
 
 } // namespace
 
@@ -45,82 +46,114 @@ void Chip::set_input(unsigned axis, Input input, bool active, std::int64_t now_n
     advance(now_ns);
     std::uint32_t &inputs = sections_[axis].inputs;
     inputs = active ? inputs | Bit(input) : inputs & ~Bit(input);
-    surroundings_changed(axis, now_ns);
+    reconsider(axis, now_ns);
 }
 
-void Chip::surroundings_changed(unsigned axis, std::int64_t now_ns)
+// Something other than the axis's own motion, or time, has changed what it sees.
+void Chip::reconsider(unsigned axis, std::int64_t now_ns)
+{
+    sections_[axis].wheel_seen_ns = now_ns;
+    look_again(axis, now_ns);
+    update_next_event(now_ns);
+}
+
+void Chip::look_again(unsigned axis, std::int64_t now_ns)
 {
     Section &section = sections_[axis];
-    const unsigned bit = 1u << axis;
-    fitted_axes_ = section.around.fitted() ? fitted_axes_ | bit : fitted_axes_ & ~bit;
+    const Moment now{now_ns, 0};
     if (section.state == State::Running) {
         Section &leader = leader_of(section);
-        const Moment now{now_ns, 0};
-        look(section, leader, {now, leader_pulses(leader, now_ns), false});
+        look(leader, here(leader, now_ns));
         start_queued(now);
+    } else {
+        observe(section, 0, 0, now);
     }
-    update_next_event(now_ns);
+}
+
+// Where an operation is; a pulse of it that comes just now may not have been looked at.
+Chip::Instant Chip::here(Section &leader, std::int64_t now_ns)
+{
+    const std::int64_t pulses = leader_pulses(leader, now_ns);
+    const bool arrived = pulses > leader.passed;
+    return {{now_ns, 0}, arrived ? pulses : leader.passed, arrived};
 }
 
 // The leader's pulses that bring an axis to the next edge: of one stretch on which it goes one way after another.
 std::int64_t Chip::next_edge(const Section &section, std::int64_t pulses, bool index)
 {
     const std::int64_t longest = leader_of(section).longest;
+    const bool arc = IsArc(section.kind);
     while (pulses < longest) {
-        const bool arc = IsArc(section.kind);
         const std::int64_t turn = arc ? pulses_at_turn(section, pulses) : longest;
         const std::int64_t done = share(section, pulses);
         const std::int64_t ahead = arc ? share(section, turn) - done : section.distance - done;
-        const std::int64_t steps = section.around.steps_to_edge(section.base_position + done, ahead > 0, index);
+        std::int64_t steps = section.around.steps_to_edge(section.base_position + done, ahead > 0, index);
+        if (section.compares != 0)
+            steps = Smaller(steps, steps_to_comparator(section, done, ahead));
         if (steps <= Size(ahead))
             return arc ? FirstTrue(pulses, turn,
                                    [&](std::int64_t p) { return Size(share(section, p) - done) >= steps; })
                        : pulses_at_step(section, Size(done) + steps);
+        if (turn < longest && beyond_limit(section))
+            return turn + 1; // from where it may go farther out again
         pulses = turn;
     }
     return Surroundings::no_edge;
 }
 
-// When the operation next brings one of its axes to an edge of a switch, or to an index pulse that is counted.
+bool Chip::beyond_limit(const Section &section)
+{
+    constexpr std::uint32_t end_limits = Bit(Input::PlusLimit) | Bit(Input::MinusLimit);
+    return (section.seen & end_limits) != 0 || (section.met & soft_limits) != 0;
+}
+
+// When the operation next brings one of its axes to an edge of a switch, a change of a comparator, or an index pulse
+// that is counted.
 void Chip::find_edge(Section &leader, std::int64_t now_ns)
 {
     leader.edge = {};
-    if (leader.longest == 0 || (leader.group & fitted_axes_) == 0)
+    if (leader.longest == 0 || (leader.group & watched_axes_) == 0)
         return;
-    std::int64_t pulses = leader_pulses(leader, now_ns);
-    if (pulses < leader.passed)
-        pulses = leader.passed;
     const bool index =
         IsHoming(leader.kind) && leader.homing.phase->until == Until::Index && !leader.homing.phase_over;
     std::int64_t nearest = Surroundings::no_edge;
-    each(leader.group & fitted_axes_, [&](unsigned, const Section &section) {
-        const std::int64_t reached = next_edge(section, pulses, index);
-        nearest = reached < nearest ? reached : nearest;
+    each(leader.group & watched_axes_, [&](unsigned, const Section &section) {
+        nearest = Smaller(nearest, next_edge(section, leader.passed, index));
     });
     if (nearest == Surroundings::no_edge)
         return;
     leader.edge_pulses = nearest;
-    leader.edge = leader.start_time.later(leader.profile.time_at(static_cast<double>(nearest)));
+    const Moment reached = leader.start_time.later(leader.profile.time_at(static_cast<double>(nearest)));
+    leader.edge = reached.ns < now_ns ? Moment{now_ns, 0} : reached;
 }
 
+// The axes of an operation read their inputs and counters, all of them before one of them acts on what it reads.
 void Chip::look(Section &leader, const Instant &now)
 {
-    each(leader.group, [&](unsigned, Section &section) {
+    std::array<Changes, chip_axes> changes;
+    observe_group(leader, now, changes);
+    each(leader.group, [&](unsigned axis, Section &section) {
         if (section.state == State::Running)
-            look(section, leader, now);
+            act(section, leader, changes[axis], now);
     });
 }
 
-// An axis of a running operation reads its inputs.
-void Chip::look(Section &section, Section &leader, const Instant &now)
+void Chip::observe_group(Section &leader, const Instant &now, std::array<Changes, chip_axes> &changes)
 {
-    const std::uint32_t before = section.seen;
-    section.seen = inputs_at(section, share(section, now.pulses));
-    if (protect(section, leader, now))
+    const std::int64_t before = now.arrived ? now.pulses - 1 : now.pulses;
+    leader.passed = now.pulses;
+    each(leader.group, [&](unsigned axis, Section &section) {
+        changes[axis] = observe(section, share(section, before), share(section, now.pulses), now.when);
+    });
+}
+
+void Chip::act(Section &section, Section &leader, const Changes &changes, const Instant &now)
+{
+    if (protect(section, leader, now) || heed_comparators(section, leader, changes, now))
         return;
-    heed_slow_down(section, leader, (section.seen & ~before & Bit(Input::SlowDown)) != 0, now);
+    heed_slow_down(section, leader, (section.seen & ~changes.inputs_before & Bit(Input::SlowDown)) != 0, now);
     if (section.state == State::Running && IsHoming(section.kind))
-        look_for_home(section, before, now);
+        look_for_home(section, changes.inputs_before, now);
 }
 
 // Alarm, and the end limit ahead, end the operation. True when they do.
@@ -143,10 +176,15 @@ bool Chip::protect(Section &section, Section &leader, const Instant &now)
 // Ends an operation by a fault of one of its axes: on this pulse, or slowly if it has moved at all.
 void Chip::fail(Section &section, Section &leader, Error error, bool slowly, const Instant &now)
 {
-    raise_error(section, error);
+    if ((section.failed & Bit(error)) == 0)
+        raise_error(section, error);
+    section.failed |= Bit(error);
+    const bool drive_fault = error == Error::Alarm || error == Error::PlusLimit || error == Error::MinusLimit;
+    if (drive_fault && !slowly && clears_drive.get(section.reg(Register::SIGNAL_CONFIG1)) != 0)
+        section.drive_cleared = true;
     drop_queue(leader.group);
     if (!slowly || now.pulses == 0) {
-        settle_group(leader, now.pulses);
+        settle_group(leader, now);
     } else if (!leader.stopping) {
         leader.turns_back = false;
         leader.stopping = true;

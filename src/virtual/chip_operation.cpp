@@ -119,11 +119,12 @@ void Chip::start_queued(const Moment &now)
             continue;
         const unsigned group = sections_[axis].queued_group;
         const StartKind kind = sections_[axis].queued_start;
-        each(group, [](unsigned, Section &section) {
+        each(group, [&](unsigned, Section &section) {
             for (unsigned i = 0; i < copied; ++i)
                 section.registers[i + 0x10] = section.registers[i];
             section.reg(Register::ARC_STEPS) = section.reg(Register::PRESET_ARC_STEPS);
             section.queued = false;
+            raise_event(section, Event::NextBegan);
         });
         prepare(group, kind, now);
     }
@@ -168,6 +169,7 @@ void Chip::prepare(unsigned group, StartKind kind, const Moment &now)
         section.state = State::Waiting;
     });
     const unsigned leader = choose_leader(group);
+    sections_[leader].due = sections_[leader].edge = {};
     if (mode_field::start_trigger.get(sections_[leader].reg(Register::MODE)) == 0)
         begin(sections_[leader], now);
 }
@@ -176,6 +178,7 @@ void Chip::begin(Section &leader, const Moment &now)
 {
     leader.stopping = false;
     leader.creeping = false;
+    each(leader.group, [](unsigned, Section &section) { section.failed = 0; });
     if (IsHoming(leader.kind))
         begin_homing(leader, now);
     else
@@ -188,8 +191,10 @@ void Chip::trigger_waiting(const Moment &now)
     constexpr auto simultaneous = static_cast<std::uint32_t>(StartTrigger::SimultaneousStart);
     each(all_axes, [&](unsigned axis, Section &section) {
         if (section.state == State::Waiting && section.leader == axis &&
-            mode_field::start_trigger.get(section.reg(Register::MODE)) == simultaneous)
+            mode_field::start_trigger.get(section.reg(Register::MODE)) == simultaneous) {
+            each(section.group, [&](unsigned, Section &started) { raise_event(started, Event::StartedTogether); });
             begin(section, now);
+        }
     });
 }
 
@@ -240,8 +245,9 @@ void Chip::launch(Section &leader, const Moment &now)
         section.interrupted = false;
         section.last_way = section.distance != 0 ? WayOf(section.distance) : section.last_way;
         section.seen = inputs_at(section, 0);
-        active |= section.seen;
+        active |= section.seen | section.met;
     });
+    leader.ramp = 0;
     leader.turns_back = false;
     leader.correcting = correction != 0;
     leader.slowed = active != 0 && slow_down_asked(leader);
@@ -257,8 +263,15 @@ void Chip::launch(Section &leader, const Moment &now)
 }
 
 // The axes of an operation stand where `pulses` of its leader have brought them.
-void Chip::settle_group(Section &leader, std::int64_t pulses)
+void Chip::settle_group(Section &leader, const Instant &now)
 {
+    const std::int64_t pulses = now.pulses;
+    if ((leader.group & watched_axes_) != 0 && leader.state == State::Running && pulses > leader.passed) {
+        std::array<Changes, chip_axes> changes;
+        observe_group(leader, {now.when, pulses, true}, changes);
+    }
+    if ((leader.group & timed_axes_) != 0)
+        change_ramp(leader, 0);
     const bool unfinished = leader.state != State::Running || pulses < leader.longest;
     std::int64_t steps = 0;
     each(leader.group, [&](unsigned, const Section &section) {
@@ -283,7 +296,7 @@ void Chip::settle_group(Section &leader, std::int64_t pulses)
 // homing.
 void Chip::finish(Section &leader, const Moment &now)
 {
-    settle_group(leader, leader_pulses(leader, now.reached_ns()));
+    settle_group(leader, {now, leader_pulses(leader, now.reached_ns()), true});
     if (leader.stopping)
         return;
     if (leader.turns_back || leader.correcting) {

@@ -32,6 +32,7 @@ enum class Error : std::uint8_t {
     StoppedTogether = 8,
     EmergencyStop = 9,
     SlowDown = 10,
+    None = 31,
 };
 
 constexpr std::uint32_t Bit(Event event)
@@ -42,5 +43,8 @@ constexpr std::uint32_t Bit(Error error)
 {
     return 1u << static_cast<unsigned>(error);
 }
+
+inline constexpr std::uint32_t ramp_events = Bit(Event::AccelerationBegan) | Bit(Event::AccelerationEnded) |
+                                             Bit(Event::DecelerationBegan) | Bit(Event::DecelerationEnded);
 
 } // namespace trevik::virtual_card

@@ -51,6 +51,12 @@ ProfileInput ProfileOf(const Section &s, double distance)
     return input;
 }
 
+// Counters 1 to 4.
+constexpr Register CounterRegister(unsigned number)
+{
+    return static_cast<Register>(WriteCode(Register::COUNTER1) + number - 1);
+}
+
 constexpr double ProfileDistance(std::int64_t pulses)
 {
     return pulses >= endless ? never : static_cast<double>(pulses);

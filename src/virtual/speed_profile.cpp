@@ -237,6 +237,26 @@ double SpeedProfile::speed_at(double time_s)
     return Larger(0, piece.speed_after(time_s - piece.start_s));
 }
 
+// Of a whole piece: the acceleration of none changes its sign.
+int SpeedProfile::way_of(unsigned piece) const
+{
+    const Piece &p = pieces_[piece];
+    const double middle = p.jerk == 0 ? p.acceleration : p.acceleration + p.jerk * (end_of(piece) - p.start_s) / 2;
+    return middle > 0 ? 1 : middle < 0 ? -1 : 0;
+}
+
+SpeedProfile::Ramp SpeedProfile::ramp_at(double time_s)
+{
+    if (time_s >= duration_s_ || count_ == 0)
+        return {0, never};
+    piece_at(time_s);
+    unsigned last = last_used_;
+    const int way = way_of(last);
+    while (last + 1 < count_ && way_of(last + 1) == way)
+        ++last;
+    return {way, end_of(last)};
+}
+
 double SpeedProfile::time_at(double distance)
 {
     if (distance > distance_)
@@ -246,8 +266,7 @@ double SpeedProfile::time_at(double distance)
     unsigned i = 0;
     while (i + 1 < count_ && pieces_[i + 1].start_distance <= distance)
         ++i;
-    const double until_s = i + 1 < count_ ? pieces_[i + 1].start_s : duration_s_;
-    return pieces_[i].start_s + pieces_[i].time_to(distance, until_s - pieces_[i].start_s);
+    return pieces_[i].start_s + pieces_[i].time_to(distance, end_of(i) - pieces_[i].start_s);
 }
 
 } // namespace trevik::virtual_card

@@ -60,6 +60,13 @@ class SpeedProfile
     double distance_at(double time_s);
     double speed_at(double time_s);
 
+    // Which way the speed is changing - 1 up, -1 down, 0 not at all - and until when it goes on so.
+    struct Ramp {
+        int way = 0;
+        double end_s = 0;
+    };
+    Ramp ramp_at(double time_s);
+
     // Time at which a distance is reached; infinite if it never is.
     double time_at(double distance);
 
@@ -87,6 +94,8 @@ class SpeedProfile
     void plan_automatic(const ProfileInput &input, double end_pps);
     void plan_manual(const ProfileInput &input, double end_pps);
     const Piece &piece_at(double time_s);
+    double end_of(unsigned piece) const { return piece + 1 < count_ ? pieces_[piece + 1].start_s : duration_s_; }
+    int way_of(unsigned piece) const;
 
     std::array<Piece, most_pieces> pieces_{};
     unsigned count_ = 0;

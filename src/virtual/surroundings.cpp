@@ -1,5 +1,7 @@
 #include "virtual/surroundings.h"
 
+#include "virtual/arithmetic.h"
+
 #include <limits>
 
 namespace trevik::virtual_card
@@ -44,10 +46,12 @@ void Surroundings::place_index(std::int32_t first, std::uint32_t period)
 std::uint32_t Surroundings::active(std::int64_t position) const
 {
     std::uint32_t bits = 0;
-    for (unsigned i = 0; i < input_count; ++i)
-        if (position >= switches_[i].first && position <= switches_[i].last)
-            bits |= 1u << i;
-    return bits & placed_;
+    for (std::uint32_t left = placed_; left != 0; left &= left - 1) {
+        const Stretch &s = switches_[LowestBit(left)];
+        if (position >= s.first && position <= s.last)
+            bits |= left & (0 - left);
+    }
+    return bits;
 }
 
 bool Surroundings::index_at(std::int64_t position) const
@@ -64,10 +68,8 @@ std::int64_t Surroundings::steps_to_index(std::int64_t position, bool plus) cons
 std::int64_t Surroundings::steps_to_edge(std::int64_t position, bool plus, bool index) const
 {
     std::int64_t nearest = index && index_period_ != 0 ? steps_to_index(position, plus) : no_edge;
-    for (unsigned i = 0; i < input_count; ++i) {
-        if ((placed_ >> i & 1) == 0)
-            continue;
-        const Stretch &s = switches_[i];
+    for (std::uint32_t left = placed_; left != 0; left &= left - 1) {
+        const Stretch &s = switches_[LowestBit(left)];
         const std::int64_t steps =
             plus ? StepsAhead(position, s.first, s.last + 1) : StepsAhead(-position, -s.last, 1 - s.first);
         nearest = steps < nearest ? steps : nearest;

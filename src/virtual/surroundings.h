@@ -2,6 +2,7 @@
 #pragma once
 
 #include "virtual/input.h"
+#include "virtual/moment.h"
 
 #include <array>
 #include <cstdint>
@@ -77,6 +78,15 @@ struct HandwheelTurn {
         const double elapsed_s = static_cast<double>(now_ns - begin_ns) * 1e-9;
         const double part = elapsed_s < seconds ? counts * (elapsed_s / seconds) : counts;
         return static_cast<std::uint32_t>(static_cast<std::int32_t>(part));
+    }
+
+    // From here on it stands still.
+    std::int64_t end_ns() const
+    {
+        const double span_ns = seconds * 1e9 + 1;
+        return span_ns < static_cast<double>(never_ns - begin_ns)
+                   ? begin_ns + static_cast<std::int64_t>(span_ns) + 1
+                   : never_ns;
     }
 };
 
