@@ -56,7 +56,7 @@ void Card::reset(std::uint8_t number, Model model)
 {
     *this = Card();
     number_ = number;
-    index_registers_[0][model_index] = model == Model::A ? model_word_A : model_word_AC;
+    model_ = model;
 }
 
 bool Card::refused(std::uint32_t &error)
@@ -83,6 +83,7 @@ std::uint32_t Card::control(const ControlRequest &request, std::int64_t now_ns, 
         return error_invalid_function;
     if (request.in_size != sizes.in || request.out_size != sizes.out)
         return error_invalid_parameter;
+    pass(now_ns);
     error = answer(request, now_ns);
     if (error == 0)
         returned = sizes.out;
@@ -109,7 +110,7 @@ std::uint32_t Card::answer(const ControlRequest &request, std::int64_t now_ns)
         return 0;
     case ControlCode::IOCTL_INDEX_READ:
     case ControlCode::IOCTL_INDEX_WRITE:
-        return index_request(code, in, out);
+        return index_request(code, in, out, now_ns);
     case ControlCode::IOCTL_GET_RESOURCE:
         PutField(out, 0, static_cast<std::uint16_t>(0xE000 + 0x100 * number_));
         PutField(out, 3, number_);
@@ -163,18 +164,25 @@ std::uint32_t Card::register_write(const void *in, std::int64_t now_ns)
     return 0;
 }
 
-std::uint32_t Card::index_request(ControlCode code, const void *in, void *out)
+std::uint32_t Card::index_request(ControlCode code, const void *in, void *out, std::int64_t now_ns)
 {
+    constexpr std::uint32_t index_count = 256;
     const auto index = GetField<std::uint32_t>(in, 8);
     const auto axis = GetField<std::uint32_t>(in, 12);
-    if (axis >= chip_axes || index >= index_registers_[0].size())
+    if (axis >= chip_axes || index >= index_count)
         return error_invalid_parameter;
-    std::uint16_t &value = index_registers_[axis][index];
     if (code == ControlCode::IOCTL_INDEX_READ)
-        PutField(out, 20, value);
-    else if (axis != 0 || index != model_index)
-        value = GetField<std::uint16_t>(in, 20);
+        PutField(out, 20, index_register(axis, index, now_ns));
+    else if (model_ == Model::AC && index != model_index)
+        ac_.write(axis, index, GetField<std::uint16_t>(in, 20), chip_, now_ns);
     return 0;
+}
+
+std::uint16_t Card::index_register(unsigned axis, unsigned index, std::int64_t now_ns)
+{
+    if (axis == 0 && index == model_index)
+        return model_ == Model::A ? model_word_A : model_word_AC;
+    return model_ == Model::AC ? ac_.read(axis, index, chip_, now_ns) : std::uint16_t{0};
 }
 
 std::uint16_t Card::read_port(std::uint32_t offset, std::int64_t now_ns)
@@ -220,7 +228,8 @@ unsigned Card::unmasked(std::int64_t now_ns)
 // What has happened up to now and may interrupt enters the snapshot.
 void Card::collect(std::int64_t now_ns)
 {
-    chip_.next_event(now_ns); // time passes
+    pass(now_ns);
+    chip_.next_event(now_ns); // time passes for the chip
     const unsigned expired = timers_.take_expired(now_ns);
     if (expired == 0 && !chip_.raised_any())
         return;
@@ -234,6 +243,15 @@ void Card::collect(std::int64_t now_ns)
     }
 }
 
+void Card::pass_detectors(std::int64_t now_ns)
+{
+    const unsigned tripped = ac_.pass(chip_, now_ns);
+    const unsigned sources = tripped != 0 ? unmasked(now_ns) : 0;
+    for (unsigned axis = 0; axis < chip_axes; ++axis)
+        if ((tripped & sources & 1u << axis) != 0)
+            interrupts_.raise_axis(axis, {0, 1u << detector_error});
+}
+
 std::uint32_t Card::take_signal(std::int64_t now_ns)
 {
     collect(now_ns);
@@ -243,16 +261,20 @@ std::uint32_t Card::take_signal(std::int64_t now_ns)
 std::int64_t Card::next_interrupt(std::int64_t now_ns)
 {
     const unsigned sources = unmasked(now_ns);
-    const std::int64_t axes_ns = (sources & all_axes) != 0 ? chip_.next_event(now_ns) : never_ns;
+    const std::int64_t axes_ns = (sources & all_axes) != 0 ? next_of_axes(now_ns) : never_ns;
     const std::int64_t timers_ns = (sources & card_source) != 0 ? timers_.next(now_ns) : never_ns;
-    return axes_ns < timers_ns ? axes_ns : timers_ns;
+    return Smaller(axes_ns, timers_ns);
+}
+
+std::int64_t Card::next_of_axes(std::int64_t now_ns)
+{
+    pass(now_ns);
+    return Smaller(chip_.next_event(now_ns), ac_.next_trip(chip_));
 }
 
 std::int64_t Card::next_event(std::int64_t now_ns)
 {
-    const std::int64_t chip_ns = chip_.next_event(now_ns);
-    const std::int64_t timers_ns = timers_.next(now_ns);
-    return chip_ns < timers_ns ? chip_ns : timers_ns;
+    return Smaller(next_of_axes(now_ns), timers_.next(now_ns));
 }
 
 std::int32_t Card::counter(unsigned axis, unsigned counter, std::int64_t now_ns)

@@ -10,8 +10,9 @@
 namespace trevik::virtual_card
 {
 
-// Causes that are the card's own, not an axis's.
-inline constexpr unsigned timer0_cause = 0; // bit numbers; timer 1 follows
+// Bit numbers of causes that are not the chip's: of the card, timer 1 follows; and of an axis, among its errors.
+inline constexpr unsigned timer0_cause = 0;
+inline constexpr unsigned detector_error = 3;
 
 class Interrupts
 {
