@@ -276,7 +276,20 @@ void DoSomething(Draw &draw)
         [&] { WriteRegister(a, Register::SIGNAL_CONFIG1, side * 0x108u); },
         [&] { TrevikVirtual_switch_set(0, a, input, first, first + 2000); },
         [&] { TrevikVirtual_index_set(0, a, first, draw.between(0, 1000)); },
-        [&] { TrevikVirtual_switch_clear(0, a, input); }};
+        [&] { TrevikVirtual_switch_clear(0, a, input); },
+        [&] { TrevikVirtual_switch_set(0, a, TREVIK_VIRTUAL_LATCH, first, first + 2000); },
+        [&] { TrevikVirtual_handwheel_turn(0, a, way, up * 1e-3); },
+        [&] { WriteRegister(a, Register::LIMIT_CONFIG, 6u << 2 | 6u << 10 | side | (up / 40) << 5 | 0x50000); },
+        [&] { WriteRegister(a, Register::START_TRIGGER_ENV, draw.between(0, 3) | draw.between(0, 23) << 3); },
+        [&] { WriteRegister(a, side != 0 ? Register::SOFTLIMIT1 : Register::COMPARATOR_DATA, Unsigned(way)); },
+        [&] { WriteRegister(a, side != 0 ? Register::SOFTLIMIT2 : Register::COMPARE_START_DATA, Unsigned(way)); },
+        [&] { WriteRegister(a, Register::EVENT_ENABLE, side * 0x55BF3u); },
+        [&] {
+            OnChip([=](auto &chip, auto now_ns) {
+                chip.set_encoder_scale(a, first % 5, 2, now_ns);
+                return 0;
+            });
+        }};
     doings[draw.between(0, std::size(doings) - 1)]();
 }
 
@@ -298,7 +311,14 @@ std::vector<double> RandomLife(unsigned seed, int steps)
             seen.push_back(VirtualMachine::stands(axis));
             seen.push_back(VirtualMachine::idle(axis));
             seen.push_back(Errors(axis));
-            seen.push_back(ReadStatus(axis, StatusRegister::REMAINING));
+            for (const auto status :
+                 {StatusRegister::REMAINING, StatusRegister::EVENT_FLAGS, StatusRegister::LATCH_DATA})
+                seen.push_back(ReadStatus(axis, status));
+            for (std::uint8_t counter = 2; counter <= 4; ++counter) {
+                std::int32_t value = 0;
+                TrevikVirtual_counter_read(0, axis, counter, &value);
+                seen.push_back(value);
+            }
         }
     }
     return seen;
