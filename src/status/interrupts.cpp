@@ -8,6 +8,9 @@ namespace trevik
 namespace
 {
 
+// For a callback thread that was told to end.
+constexpr os::DWORD most_wait_ms = 1000;
+
 void Trace(const char *format, std::uintptr_t value)
 {
     std::array<char, 64> line{};
@@ -140,7 +143,7 @@ Result IRQProcessLink(const Card &card, UserCallback callback)
         return Result::Param;
     CardState &state = card.state();
     CallbackLink &link = state.Link;
-    CloseEnded(link, 0);
+    CloseEnded(link, link.full() ? most_wait_ms : 0); // threads that were disabled may be slow to end
     if (link.full())
         return Result::NoResources;
     if (state.IrqIdle == 1)
@@ -172,9 +175,8 @@ void EndCallbacks(const Card &card)
 
 void JoinCallbacks(const Card &card)
 {
-    constexpr os::DWORD most_ms = 1000;
     EndCallbacks(card);
-    CloseEnded(card.state().Link, most_ms);
+    CloseEnded(card.state().Link, most_wait_ms);
 }
 
 } // namespace trevik

@@ -56,13 +56,20 @@ class RecordingDriver
 
     std::vector<Device> &devices() { return devices_; }
 
-    // What reads answer, the same for every card. Writes do not change it.
+    // What reads answer, the same for every card. Writes change it only when they are to be remembered.
+    void remember_writes() { remembers_ = true; }
     std::uint16_t &port(std::uint32_t offset) { return ports_[offset]; }
     template <class Code>
     std::uint32_t &reg(std::uint32_t axis, Code code)
     {
         return registers_[{axis, ReadCode(code)}];
     }
+
+    std::uint16_t &index(std::uint32_t axis, std::uint32_t number) { return index_registers_[{axis, number}]; }
+    std::array<std::uint8_t, 84> &snapshot() { return snapshot_; }
+
+    // The event of the last interrupt link.
+    std::uint32_t linked_event() const { return linked_event_; }
 
     // Refuses the request of this number (0 is the first from now) with `error`.
     void refuse(std::size_t number, std::uint32_t error) { refusals_[total_ + number] = error; }
@@ -124,14 +131,30 @@ class RecordingDriver
     void answer(std::uint32_t device, std::uint32_t code, const std::uint8_t *in, void *out)
     {
         std::array<std::uint32_t, 8> words{};
-        std::memcpy(words.data(), in, sizeof words);
+        if (in != nullptr)
+            std::memcpy(words.data(), in, sizeof words);
         switch (static_cast<ControlCode>(code)) {
         case ControlCode::IOCTL_REG_READ:
             return put(out, 0, registers_[{words[0], words[1]}]);
         case ControlCode::IOCTL_PORT_READ:
             return put(out, 20, ports_[words[2]]);
         case ControlCode::IOCTL_INDEX_READ:
-            return put(out, 20, devices_[device].model_word);
+            if (words[2] == model_index && words[3] == 0)
+                return put(out, 20, devices_[device].model_word);
+            return put(out, 20, index_registers_[{words[3], words[2]}]);
+        case ControlCode::IOCTL_IRQ_STATUS:
+            return put(out, 0, snapshot_);
+        case ControlCode::IOCTL_IRQ_LINK:
+            linked_event_ = words[6];
+            return;
+        case ControlCode::IOCTL_REG_WRITE:
+            if (remembers_)
+                registers_[{words[0], words[1] + 0x40}] = words[2];
+            return;
+        case ControlCode::IOCTL_INDEX_WRITE:
+            if (remembers_)
+                index_registers_[{words[3], words[2]}] = static_cast<std::uint16_t>(words[5]);
+            return;
         case ControlCode::IOCTL_GET_RESOURCE:
             put(out, 0, devices_[device].resource_word);
             return put(out, 3, devices_[device].card);
@@ -149,6 +172,10 @@ class RecordingDriver
     std::vector<Device> devices_;
     std::map<std::uint32_t, std::uint16_t> ports_;
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint32_t> registers_;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint16_t> index_registers_;
+    std::array<std::uint8_t, 84> snapshot_{};
+    std::uint32_t linked_event_ = 0;
+    bool remembers_ = false;
     std::map<std::size_t, std::uint32_t> refusals_;
     std::size_t total_ = 0;
     std::string log_;

@@ -134,8 +134,8 @@ TEST_CASE("requests in words")
     CHECK(describe(ControlCode::IOCTL_REG_READ, 5) == "read   axis 2  COUNTER1 -> 0  refused: 5");
     in.put(4, 0xBBu).put(8, 7u);
     CHECK(describe(ControlCode::IOCTL_REG_WRITE, 0) == "write  axis 2  register 0xBB = 7");
-    in.put(8, 0u).put(20, std::uint16_t{0x0211});
-    CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "command axes 0x2  0x11");
+    in.put(8, 0u).put(20, std::uint16_t{0x0212});
+    CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "command axes 0x2  0x12");
     in.put(8, 78u);
     CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "write  port 78 = 0x0211");
     CHECK(std::string(RegisterName(0xF5)) == "CURRENT_SPEED");

@@ -1,0 +1,276 @@
+// Interrupt delivery: requests, events, and the life of the callback threads.
+#include "support/started_library.h"
+
+#include "platform/host/faults.h"
+#include "platform/host/handles.h"
+#include "status/interrupts.h"
+
+#include <trevik/Trevik.h>
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <filesystem>
+#include <mutex>
+#include <thread>
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+using namespace trevik;
+using namespace trevik::test;
+
+namespace
+{
+
+// What callbacks and debugger lines have told so far.
+struct Told {
+    std::mutex mutex;
+    std::condition_variable more;
+    std::vector<std::string> lines;
+    std::vector<std::uint32_t> calls; // card, + 1000 for the second callback
+
+    template <class Condition>
+    void wait(Condition condition)
+    {
+        std::unique_lock lock(mutex);
+        more.wait(lock, condition);
+    }
+    std::size_t count(const char *line)
+    {
+        return static_cast<std::size_t>(std::count(lines.begin(), lines.end(), line));
+    }
+    void call(std::uint32_t number)
+    {
+        const std::lock_guard lock(mutex);
+        calls.push_back(number);
+        more.notify_all();
+    }
+};
+
+Told *told = nullptr;
+
+void TREVIK_CALL First(std::uint32_t card)
+{
+    told->call(card);
+}
+void TREVIK_CALL Second(std::uint32_t card)
+{
+    told->call(card + 1000);
+}
+// A callback that links again and closes the library, from its own thread.
+void TREVIK_CALL CallsBackIn(std::uint32_t card)
+{
+    std::uint32_t position = 0;
+    const bool read = TrevikA_current_position_read(static_cast<std::uint8_t>(card), 0, &position) == TREVIK_OK;
+    const bool linked = TrevikA_IRQ_process_link(static_cast<std::uint8_t>(card), Second) == TREVIK_OK;
+    const bool closed = TrevikA_close() == TREVIK_OK;
+    told->call(read && linked && closed ? 1 : 0);
+}
+
+constexpr const char *closing = "thread close-------------";
+
+struct Linked : StartedLibrary {
+    Told story;
+
+    Linked()
+    {
+        told = &story;
+        TrevikHost_debug_output_set(
+            [](void *context, const char *text) {
+                auto &listener = *static_cast<Told *>(context);
+                const std::lock_guard lock(listener.mutex);
+                listener.lines.emplace_back(text);
+                listener.more.notify_all();
+            },
+            &story);
+    }
+    ~Linked()
+    {
+        join();
+        TrevikHost_debug_output_set(nullptr, nullptr);
+    }
+
+    // Ends all callback threads.
+    void join()
+    {
+        Card card;
+        manager.numbered(0, card);
+        JoinCallbacks(card);
+    }
+    void signal() const { CHECK(TrevikHost_event_signal(driver.linked_event()) == 0); }
+    void wait_for_calls(std::size_t count)
+    {
+        story.wait([&] { return story.calls.size() >= count; });
+    }
+    void wait_for_ends(std::size_t count)
+    {
+        story.wait([&] { return story.count(closing) >= count; });
+    }
+};
+
+std::size_t Threads()
+{
+    const std::filesystem::directory_iterator tasks("/proc/self/task");
+    return static_cast<std::size_t>(std::distance(begin(tasks), end(tasks)));
+}
+
+} // namespace
+
+TEST_SUITE("concurrent")
+{
+    TEST_CASE_FIXTURE(Linked, "a link: its request, its lines, a callback for each signal, its end")
+    {
+        const auto pid = static_cast<std::uint32_t>(getpid());
+        CHECK(TrevikA_IRQ_enable(0) == TREVIK_OK);
+        CHECK(TrevikA_IRQ_process_link(0, First) == TREVIK_OK);
+        REQUIRE(driver.requests() == 2);
+        std::vector<std::uint8_t> enable(32, 0);
+        std::memcpy(&enable[16], &pid, 4);
+        std::vector<std::uint8_t> link = enable;
+        enable[20] = 1;
+        const std::uint32_t event = driver.linked_event();
+        std::memcpy(&link[24], &event, 4);
+        std::memcpy(&link[28], &event, 4);
+        CHECK((driver.raw()[0].code == 0x222240 && driver.raw()[0].in == enable && driver.raw()[0].out_size == 0));
+        CHECK((driver.raw()[1].code == 0x2220C0 && driver.raw()[1].in == link && driver.raw()[1].out_size == 0));
+        for (std::size_t calls = 1; calls <= 50; ++calls) {
+            signal();
+            wait_for_calls(calls);
+        }
+        CHECK(TrevikA_IRQ_disable(0) == TREVIK_OK);
+        CHECK(driver.requests() == 2);
+        signal();
+        wait_for_ends(1);
+        CHECK(story.calls == std::vector<std::uint32_t>(50, 0));
+        std::array<char, 64> address{};
+        std::snprintf(address.data(), address.size(), "callbackAddr1 = %lx",
+                      static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(First)));
+        CHECK(story.lines[0] == address.data());
+        CHECK(story.lines[1].starts_with("current thread id = "));
+        CHECK(story.lines[2] == "thread dddddddddddddd-------------");
+        CHECK(story.lines.size() == 2 + 50 + 1);
+    }
+
+    TEST_CASE_FIXTURE(Linked, "two links of a card: one call a signal, to the newer callback; both end")
+    {
+        TrevikA_IRQ_process_link(0, First);
+        const std::uint32_t first_event = driver.linked_event();
+        TrevikA_IRQ_process_link(0, Second);
+        CHECK(driver.linked_event() != first_event);
+        for (std::size_t calls = 1; calls <= 100; ++calls) {
+            signal();
+            wait_for_calls(calls);
+        }
+        CHECK(story.calls == std::vector<std::uint32_t>(100, 1000));
+        TrevikA_IRQ_disable(0);
+        signal();
+        wait_for_ends(2);
+        CHECK(story.calls.size() == 100);
+    }
+
+    TEST_CASE_FIXTURE(Linked,
+                      "disabled and enabled again before a signal, a link goes on; linked again, the old one ends")
+    {
+        TrevikA_IRQ_process_link(0, First);
+        TrevikA_IRQ_disable(0);
+        TrevikA_IRQ_enable(0);
+        signal();
+        wait_for_calls(1);
+        TrevikA_IRQ_disable(0);
+        TrevikA_IRQ_process_link(0, Second);
+        wait_for_ends(1); // without a signal of its own
+        signal();
+        wait_for_calls(2);
+        CHECK(story.calls == std::vector<std::uint32_t>{0, 1000});
+    }
+
+    TEST_CASE_FIXTURE(Linked, "a thousand links, disabled and signalled, leave nothing behind")
+    {
+        const std::size_t handles = host::OpenHandleCount();
+        for (int round = 0; round < 1000; ++round) {
+            CHECK(TrevikA_IRQ_process_link(0, First) == TREVIK_OK);
+            TrevikA_IRQ_disable(0);
+            signal();
+            if (round % 100 == 99)
+                wait_for_ends(static_cast<std::size_t>(round + 1));
+        }
+        join();
+        CHECK(story.calls.empty());
+        CHECK(host::OpenHandleCount() == handles);
+        CHECK(TrevikHost_event_signal(driver.linked_event()) != 0);
+    }
+
+    TEST_CASE_FIXTURE(Linked, "a callback may call anything, closing the library included")
+    {
+        TrevikA_IRQ_process_link(0, CallsBackIn);
+        signal();
+        wait_for_calls(1);
+        CHECK(story.calls.front() == 1);
+        wait_for_ends(2);
+        CHECK(TrevikA_IRQ_disable(0) == TREVIK_ERR_HANDLE);
+    }
+}
+
+TEST_CASE_FIXTURE(Linked, "events and threads that cannot be created do not stop a link, too many links do")
+{
+    using host::FailNext;
+    using host::Function;
+    FailNext(Function::CreateEventA, 8);
+    CHECK(TrevikA_IRQ_process_link(0, First) == TREVIK_OK);
+    CHECK(driver.linked_event() == 0);
+    wait_for_ends(1);
+    FailNext(Function::CreateThread, 8);
+    CHECK(TrevikA_IRQ_process_link(0, First) == TREVIK_OK);
+    const std::size_t handles = host::OpenHandleCount();
+    std::uint32_t result = TREVIK_OK;
+    int links = 0;
+    for (; result == TREVIK_OK && links < 100; ++links)
+        result = TrevikA_IRQ_process_link(0, First);
+    CHECK((result == 1450 && links == 33));
+    TrevikA_close();
+    join();
+    CHECK(story.calls.empty());
+    CHECK(host::OpenHandleCount() < handles);
+}
+
+TEST_CASE("the events of cards are named by their number")
+{
+    RecordingDriver driver({Device{"a", 0, 0, model_word_A, 0}, Device{"b", 3, 0, model_word_A, 0}});
+    TrevikA_initial();
+    CHECK(os::OpenEventA(os::EventAllAccess, 0, "\x03TrevikA") == nullptr);
+    std::uint32_t event = 0;
+    CHECK(Trevik_enable_IRQ(3, &event) == TREVIK_OK);
+    const os::HANDLE own = os::OpenEventA(os::EventAllAccess, 0, "\x03TrevikA");
+    REQUIRE(own != nullptr);
+    TrevikHost_event_signal(event);
+    CHECK(os::WaitForSingleObject(own, 0) == os::WaitObject0);
+    CHECK(os::WaitForSingleObject(own, 0) == os::WaitTimeout); // auto-reset
+    std::uint32_t again = 0;
+    CHECK(Trevik_enable_IRQ(3, &again) == TREVIK_OK); // opens the same
+    TrevikHost_event_signal(again);
+    CHECK(os::WaitForSingleObject(own, 0) == os::WaitObject0);
+    CHECK(Trevik_enable_IRQ(3, nullptr) == TREVIK_ERR_PARAM);
+    CHECK(Trevik_enable_IRQ(0, &again) == TREVIK_OK);
+    for (const std::uint32_t handle : {event, HandleNumber(own), again})
+        CHECK(os::CloseHandle(host::HandleOf(handle)) == 1);
+}
+
+TEST_CASE("unloading ends the callback threads")
+{
+    const std::size_t threads = Threads();
+    for (int round = 0; round < 20; ++round) {
+        void *library = dlopen(TREVIK_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+        REQUIRE(library != nullptr);
+        const auto initial = reinterpret_cast<std::uint32_t (*)()>(dlsym(library, "TrevikA_initial"));
+        const auto link = reinterpret_cast<std::uint32_t (*)(std::uint8_t, UserCallback)>(
+            dlsym(library, "TrevikA_IRQ_process_link"));
+        CHECK(initial() == TREVIK_OK);
+        CHECK(link(0, First) == TREVIK_OK);
+        CHECK(dlclose(library) == 0);
+        CHECK(dlopen(TREVIK_LIBRARY, RTLD_NOW | RTLD_NOLOAD) == nullptr);
+    }
+    CHECK(Threads() == threads);
+}
