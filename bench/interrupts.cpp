@@ -140,21 +140,20 @@ void Report(benchmark::State &state, Times &callbacks, Times &bare)
     state.counters["ratio"] = Median(callbacks) / Median(bare);
 }
 
-// Caused by a request: a start into an active end limit. Bare: a condition variable.
+// Caused by the machine: the latch input comes on. Bare: a condition variable.
 void interrupt_to_callback(benchmark::State &state)
 {
+    constexpr std::int32_t latched = 1 << 14;
     const Linked linked;
     BareThread bare;
-    TrevikVirtual_input_set(0, 0, TREVIK_VIRTUAL_PLUS_LIMIT, 1);
-    TrevikA_T_position_move(0, 0, 100, 0, 1000, 1000, 0, 0, 0);
-    trevik::Card card;
-    trevik::manager.checked(0, card);
+    TrevikA_event_factor_set(0, 0, latched);
     for (auto _ : state) {
         for (int i = 0; i < rounds; ++i) {
-            Round(callback, [&card] {
+            Round(callback, [] {
                 callback.cause = Clock::now();
-                card.command(1, trevik::Command::CMD_START_HIGH);
+                TrevikVirtual_input_set(0, 0, TREVIK_VIRTUAL_LATCH, 1);
             });
+            TrevikVirtual_input_set(0, 0, TREVIK_VIRTUAL_LATCH, 0);
             Round(bare.noted, [&bare] {
                 bare.noted.cause = Clock::now();
                 bare.wake();
