@@ -101,8 +101,7 @@ Bus::Hold::Hold(Slot &slot) : slot_(&slot)
     now_ns_ = host::NowNanoseconds();
 }
 
-// Without the guard, as soon as that can be: other threads signal and look, too. A time that is out of date by then
-// only makes the alarm look in vain; every later change of the card sets its own.
+// Without the guard other threads set the alarm, too: a time that is out of date by then only makes it look in vain.
 void Bus::Hold::let_go_watched()
 {
     Card &card = slot_->card;
@@ -111,13 +110,12 @@ void Bus::Hold::let_go_watched()
     if (watched && !was_watched)
         host::UseAlarm(LookAtWatched);
     slot_->watched.store(watched, std::memory_order_relaxed);
-    const std::uint32_t event = watched ? card.take_signal(now_ns_) : 0;
+    if (const std::uint32_t event = watched ? card.take_signal(now_ns_) : 0; event != 0)
+        TrevikHost_event_signal(event); // first: it only wakes a thread
     const std::int64_t next_ns = watched ? card.next_interrupt(now_ns_) : never_ns;
     slot_->guard.store(false, std::memory_order_release);
     if (was_watched && !watched)
         host::LeaveAlarm();
-    if (event != 0)
-        TrevikHost_event_signal(event);
     if (!host::AlarmIsSetBy(next_ns))
         host::SetAlarm(next_ns);
 }

@@ -195,7 +195,7 @@ std::uint16_t Card::read_port(std::uint32_t offset, std::int64_t now_ns)
     }
     if (offset == PortOffset(Port::InterruptState)) {
         collect(now_ns);
-        return static_cast<std::uint16_t>(unmasked(now_ns) | interrupts_.pending() << 8);
+        return static_cast<std::uint16_t>(unmasked() | interrupts_.pending() << 8);
     }
     if (CardTimers::owns(offset))
         return timers_.read(offset);
@@ -216,11 +216,11 @@ void Card::write_port(std::uint32_t offset, std::uint16_t value, std::int64_t no
 }
 
 // The sources that may interrupt.
-unsigned Card::unmasked(std::int64_t now_ns)
+unsigned Card::unmasked() const
 {
     unsigned sources = (ports_[PortOffset(Port::InterruptMask) / 2] & 1) != 0 ? card_source : 0;
     for (unsigned axis = 0; axis < chip_axes; ++axis)
-        if (axis_masked.get(chip_.read(axis, ReadCode(Register::SIGNAL_CONFIG1), now_ns)) == 0)
+        if (axis_masked.get(chip_.setting(axis, Register::SIGNAL_CONFIG1)) == 0)
             sources |= 1u << axis;
     return sources;
 }
@@ -233,7 +233,7 @@ void Card::collect(std::int64_t now_ns)
     const unsigned expired = timers_.take_expired(now_ns);
     if (expired == 0 && !chip_.raised_any())
         return;
-    const unsigned sources = unmasked(now_ns);
+    const unsigned sources = unmasked();
     if (expired != 0 && (sources & card_source) != 0)
         interrupts_.raise_card(expired << timer0_cause);
     for (unsigned axis = 0; axis < chip_axes; ++axis) {
@@ -246,7 +246,7 @@ void Card::collect(std::int64_t now_ns)
 void Card::pass_detectors(std::int64_t now_ns)
 {
     const unsigned tripped = ac_.pass(chip_, now_ns);
-    const unsigned sources = tripped != 0 ? unmasked(now_ns) : 0;
+    const unsigned sources = tripped != 0 ? unmasked() : 0;
     for (unsigned axis = 0; axis < chip_axes; ++axis)
         if ((tripped & sources & 1u << axis) != 0)
             interrupts_.raise_axis(axis, {0, 1u << detector_error});
@@ -260,7 +260,7 @@ std::uint32_t Card::take_signal(std::int64_t now_ns)
 
 std::int64_t Card::next_interrupt(std::int64_t now_ns)
 {
-    const unsigned sources = unmasked(now_ns);
+    const unsigned sources = unmasked();
     const std::int64_t axes_ns = (sources & all_axes) != 0 ? next_of_axes(now_ns) : never_ns;
     const std::int64_t timers_ns = (sources & card_source) != 0 ? timers_.next(now_ns) : never_ns;
     return Smaller(axes_ns, timers_ns);

@@ -37,6 +37,9 @@ class Chip
     std::uint16_t main_status(unsigned axis, std::int64_t now_ns);
     std::uint16_t sub_status(unsigned axis, std::int64_t now_ns);
 
+    // A register as it was written, which time does not change.
+    std::uint32_t setting(unsigned axis, Register reg) const { return sections_[axis].reg(reg); }
+
     // What an axis raised since this was last asked, whether or not its flag registers were read.
     struct Raised {
         std::uint32_t events = 0;
