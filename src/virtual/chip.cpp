@@ -227,9 +227,12 @@ std::uint32_t Chip::read(unsigned axis, std::uint32_t read_code, std::int64_t no
         return 0;
     advance(now_ns);
     Section &section = sections_[axis];
+    if (read_code == ReadCode(Register::COUNTER1)) // first: nothing else is read so often
+        return section.reg(Register::COUNTER1) + section.put_out +
+               static_cast<std::uint32_t>(travelled(section, now_ns));
     if (read_code >= ReadCode(StatusRegister::LATCH_DATA) && read_code <= ReadCode(StatusRegister::CURRENT_SPEED))
         return status_register(section, read_code, now_ns);
-    if (read_code >= ReadCode(Register::COUNTER1) && read_code <= ReadCode(Register::COUNTER4))
+    if (read_code >= ReadCode(Register::COUNTER2) && read_code <= ReadCode(Register::COUNTER4))
         return counter(section, read_code - ReadCode(Register::COUNTER1) + 1, now_ns);
     return section.registers[read_code - first_read_code];
 }

@@ -40,7 +40,8 @@ class Chip
     // A register as it was written, which time does not change.
     std::uint32_t setting(unsigned axis, Register reg) const { return sections_[axis].reg(reg); }
 
-    // What an axis raised since this was last asked, whether or not its flag registers were read.
+    // What an axis raised since this was last asked, whether or not its flag registers were read; up to the time of
+    // the last call that had one.
     struct Raised {
         std::uint32_t events = 0;
         std::uint32_t errors = 0;
@@ -55,7 +56,7 @@ class Chip
     double speed(unsigned axis, std::int64_t now_ns); // signed pulses/s
     bool input(unsigned axis, Input input, std::int64_t now_ns);
     void set_input(unsigned axis, Input input, bool active, std::int64_t now_ns);
-    bool output(unsigned axis, Output output) const;
+    bool output(unsigned axis, Output output, std::int64_t now_ns);
     void turn_handwheel(unsigned axis, std::int32_t counts, double seconds, std::int64_t now_ns);
     // The encoder gives `counts` for every `pulses` (1 or more) of the machine's way, from here on; negative counts:
     // the other way round.

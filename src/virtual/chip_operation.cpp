@@ -67,10 +67,14 @@ void Chip::start(unsigned axis_set, StartKind kind, const Moment &now)
         else if (!section.busy())
             idle |= 1u << axis;
     });
-    queue(preset, kind);
-    start_queued(now);
+    if (preset != 0) {
+        queue(preset, kind);
+        start_queued(now);
+    }
 
     const unsigned direct = axis_set & 0xFu & ~preset;
+    if (direct == 0)
+        return;
     const Groups groups = groups_of(direct, Register::MODE);
     const unsigned tied = groups.lines | groups.arcs;
     for (const unsigned group : {groups.lines, groups.arcs})
@@ -103,7 +107,9 @@ void Chip::queue(unsigned axis_set, StartKind kind)
 bool Chip::queue_ready(unsigned axis)
 {
     const Section &first = sections_[axis];
-    bool ready = first.queued;
+    if (!first.queued)
+        return false;
+    bool ready = true;
     each(first.queued_group, [&](unsigned, const Section &section) {
         ready =
             ready && section.queued && section.queued_group == first.queued_group && section.state == State::Idle;

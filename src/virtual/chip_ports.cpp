@@ -77,8 +77,9 @@ void Chip::switch_output(unsigned axis_set, unsigned code)
     });
 }
 
-bool Chip::output(unsigned axis, Output output) const
+bool Chip::output(unsigned axis, Output output, std::int64_t now_ns)
 {
+    advance(now_ns);
     const Section &section = sections_[axis];
     const auto high = [&](unsigned port) { return (section.ports >> port & 1) != 0; };
     const auto switched = [&](unsigned port) {

@@ -104,10 +104,11 @@ uint32_t TrevikVirtual_input_set(uint8_t card, uint8_t axis, uint8_t input, uint
 
 uint32_t TrevikVirtual_output_read(uint8_t card, uint8_t axis, uint8_t output, uint8_t *on)
 {
-    return OnAxis(card, axis, output < TREVIK_VIRTUAL_OUTPUT_COUNT && on != nullptr, [=](Card &c, std::int64_t) {
-        *on = c.chip().output(axis, static_cast<Output>(output));
-        return TREVIK_OK;
-    });
+    return OnAxis(card, axis, output < TREVIK_VIRTUAL_OUTPUT_COUNT && on != nullptr,
+                  [=](Card &c, std::int64_t now_ns) {
+                      *on = c.chip().output(axis, static_cast<Output>(output), now_ns);
+                      return TREVIK_OK;
+                  });
 }
 
 uint32_t TrevikVirtual_switch_set(uint8_t card, uint8_t axis, uint8_t input, int32_t first, int32_t last)

@@ -369,6 +369,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "outputs are switched, and read back where the
     // The drive's deviation is cleared after a stop by a fault, where that is enabled.
     WriteRegister(1, Register::SIGNAL_CONFIG1, 1u << 11);
     Move(1, 1000);
-    CHECK(TrevikVirtual_input_set(0, 1, TREVIK_VIRTUAL_ALARM, 1) == TREVIK_OK);
+    TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_ALARM, 500, 600);
+    TrevikHost_advance(10);
     CHECK(reads(TREVIK_VIRTUAL_OUTPUT0) == 1);
 }
