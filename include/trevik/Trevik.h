@@ -310,9 +310,9 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_set_EZ_pin_logic(uint8_t card, uint8_t ax
 TREVIK_API uint32_t TREVIK_CALL Trevik_readback_EZ_pin_logic(uint8_t card, uint8_t axis, uint8_t *logic);
 
 /* ---- General-purpose points --------------------------------------------------------------------------------- */
-TREVIK_API uint32_t TREVIK_CALL Trevik_read_point_status(uint8_t card, uint8_t axis, uint8_t point, uint8_t *state);
 
-/* TrevikA_point_set, TrevikA_point_read */
+/* TrevikA_point_read, TrevikA_point_set */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_point_status(uint8_t card, uint8_t axis, uint8_t point, uint8_t *state);
 TREVIK_API uint32_t TREVIK_CALL Trevik_write_output_point(uint8_t card, uint8_t axis, uint8_t point, uint8_t state);
 
 /* TrevikA_TTL_IO_mode_set, TrevikA_TTL_IO_mode_read */
@@ -395,9 +395,9 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_read_INT_status(uint8_t card, uint8_t sou
                                                        uint32_t *eventByte, uint32_t *errorByte);
 
 /* ---- Feedback counter, latch, comparators ------------------------------------------------------------------- */
-TREVIK_API uint32_t TREVIK_CALL Trevik_read_FB_counter(uint8_t card, uint8_t axis, uint32_t *counter);
 
-/* TrevikA_FB_counter_set, TrevikA_FB_counter_read */
+/* TrevikA_FB_counter_read, TrevikA_FB_counter_set */
+TREVIK_API uint32_t TREVIK_CALL Trevik_read_FB_counter(uint8_t card, uint8_t axis, uint32_t *counter);
 TREVIK_API uint32_t TREVIK_CALL Trevik_set_FB_counter(uint8_t card, uint8_t axis, uint32_t counter);
 
 /* TrevikA_FB_counter_latch_value_read */

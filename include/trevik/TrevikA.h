@@ -474,8 +474,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_motion_enable(uint8_t card, uint8
 TREVIK_API uint32_t TREVIK_CALL TrevikA_init_card(uint8_t card);
 
 /* ---- Pulse formats ------------------------------------------------------------------------------------------ */
-/* Changes of one setting leave the others of its register alone. Here and below, a read gives 0 for what the driver
- * refuses, and a setting whose present register cannot be read starts from 0. */
+/* Changes of one setting leave the others of its register alone. Here and below, a register that the driver refuses
+ * to read counts as 0: a read gives what 0 means there, and a change starts from 0. */
 
 /* How the axis puts its pulses out, 0 to 7.
  *   TREVIK_ERR_PARAM  above 7 */
@@ -611,7 +611,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_debounce_read(uint8_t card, uint8_t axis
  * text stream on every platform (0x0A as 0x0D 0x0A). Neither function looks at the handle; the requests do. */
 
 /* Saves. The result is that of the last register read; a register that could not be read is saved with the value of
- * the one before it. A register byte 0x1A ends the text for the reader: such a file does not load.
+ * the one before it. A byte 0x1A among the values ends the text for the reader: such a file does not
+ * load.
  *   TREVIK_ERR_FILE  it cannot be opened or written; a null pointer */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_config_file_set(uint8_t card, const char *fileName);
 

@@ -20,9 +20,9 @@ constexpr std::array saved_registers = {
     Register::COMPARE_START_DATA, Register::COMPARATOR_DATA_AUX, Register::COMPARATOR_DATA,
 };
 
-constexpr std::size_t register_bytes = saved_registers.size() * axis_count * 4;
+constexpr std::size_t register_bytes = saved_registers.size() * axis_count * std::size_t{4};
 constexpr std::size_t speeds_at = register_bytes;
-constexpr std::size_t modes_at = speeds_at + axis_count * 4;
+constexpr std::size_t modes_at = speeds_at + std::size_t{axis_count} * 4;
 constexpr std::size_t record_size = modes_at + axis_count;
 static_assert(record_size == 212);
 
@@ -109,7 +109,7 @@ Result ConfigFileSave(const Card &card, const char *name)
     });
     for (std::uint8_t n = 0; n < axis_count; ++n) {
         const AxisShadow &shadow = card.axis(n).shadow();
-        record.put(speeds_at + n * 4u, std::uint32_t{shadow.CorrectionSpeed});
+        record.put(speeds_at + std::size_t{n} * 4, std::uint32_t{shadow.CorrectionSpeed});
         record.put(modes_at + n, std::uint8_t{shadow.BacklashEnabled});
     }
     return Write(std::move(file), record) ? result : Result::File;
@@ -125,7 +125,7 @@ Result ConfigFileLoad(const Card &card, const char *name)
     });
     for (std::uint8_t n = 0; n < axis_count; ++n) {
         AxisShadow &shadow = card.axis(n).shadow();
-        shadow.CorrectionSpeed = record->get<std::uint32_t>(speeds_at + n * 4u);
+        shadow.CorrectionSpeed = record->get<std::uint32_t>(speeds_at + std::size_t{n} * 4);
         shadow.BacklashEnabled = record->get<std::uint8_t>(modes_at + n);
     }
     return result;

@@ -45,8 +45,8 @@ Result Drive(const Axis &axis, const Switch &output, bool on)
 enum class Source { Extended, Sub, SubOfFirstPortAxis, SubOfSecondPortAxis };
 
 struct InputPoint {
-    Source source;
-    unsigned bit;
+    Source source = Source::Sub;
+    unsigned bit = 0;
     bool inverted = false;
 };
 

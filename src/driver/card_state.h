@@ -7,6 +7,7 @@
 #include <trevik/TrevikA.h>
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 
 namespace trevik
@@ -85,9 +86,9 @@ struct CallbackThread {
 struct CallbackLink {
     Relaxed<std::uint8_t> CardNumber;
     Relaxed<UserCallback> Callback;
-    Relaxed<os::HANDLE> LinkEvent;      // of the newest link
+    std::atomic<os::HANDLE> LinkEvent;  // of the newest link; whoever takes it away may close it
     Relaxed<std::uint32_t> ended_below; // threads of earlier numbers were disabled before that link
-    std::uint32_t oldest = 0;
+    Relaxed<std::uint32_t> oldest;
     std::uint32_t next = 0;
     std::array<CallbackThread, 32> threads{};
 
@@ -99,8 +100,8 @@ struct CallbackLink {
 struct alignas(64) CardState {
     HandleSlot DriverHandle;
     CardRecord Record;
-    Relaxed<std::uint8_t> IrqIdle; // 1: interrupt delivery is not enabled
-    Relaxed<os::HANDLE> IrqEvent;  // of the last enable; never closed
+    Relaxed<std::uint8_t> IrqIdle;          // 1: interrupt delivery is not enabled
+    Relaxed<os::HANDLE> IrqEvent;           // of the last enable; never closed
     Relaxed<std::uint8_t> CompareStartAxis; // axis whose comparator gives the start trigger
     std::array<AxisShadow, axis_count> Axes;
     CallbackLink Link;

@@ -44,7 +44,7 @@ Result ResourceRequest(os::HANDLE handle, ResourceReply &reply);
 class InterruptSnapshot
 {
   public:
-    std::uint8_t card_level() const { return reply_.get<std::uint8_t>(0); }
+    unsigned card_level() const { return reply_.get<std::uint8_t>(0); }
     // Two bits.
     unsigned axis_bits(unsigned axis) const { return reply_.get<std::uint8_t>(1) >> (2 * axis) & 3u; }
     // The low bytes of an axis's event and error flags.

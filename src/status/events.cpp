@@ -71,7 +71,7 @@ Result IRQStatusRead(const Card &card, std::uint8_t source, std::uint8_t *status
     InterruptSnapshot snapshot;
     const Result result = IrqStatusRequest(card.state().DriverHandle.get(), snapshot);
     if (source == card_level) {
-        *status = snapshot.card_level();
+        *status = static_cast<std::uint8_t>(snapshot.card_level());
         return result;
     }
     if (source >= axis_count)

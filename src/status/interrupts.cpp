@@ -1,15 +1,14 @@
 #include "status/interrupts.h"
 
 #include <array>
+#include <chrono>
 #include <cstdio>
+#include <thread>
 
 namespace trevik
 {
 namespace
 {
-
-// For a callback thread that was told to end.
-constexpr os::DWORD most_wait_ms = 1000;
 
 void Trace(const char *format, std::uintptr_t value)
 {
@@ -55,9 +54,20 @@ bool NextInterrupt(const CallbackThread &thread)
     }
 }
 
+// Unless an older thread may wait on it: then it is left to the card's next link.
+void CloseOwnEvent(CallbackThread &thread)
+{
+    CallbackLink &link = thread.card->Link;
+    os::HANDLE event = thread.event;
+    if (event == nullptr || link.oldest != thread.number || !link.LinkEvent.compare_exchange_strong(event, nullptr))
+        return;
+    thread.event = nullptr;
+    os::CloseHandle(event);
+}
+
 os::DWORD TREVIK_CALL CallbackLoop(void *parameter)
 {
-    const CallbackThread &thread = *static_cast<const CallbackThread *>(parameter);
+    CallbackThread &thread = *static_cast<CallbackThread *>(parameter);
     const CallbackLink &link = thread.card->Link;
     Trace("current thread id = %lx", os::GetCurrentThreadId());
     while (NextInterrupt(thread)) {
@@ -66,12 +76,23 @@ os::DWORD TREVIK_CALL CallbackLoop(void *parameter)
         callback(link.CardNumber);
     }
     os::OutputDebugStringA("thread close-------------");
+    CloseOwnEvent(thread);
     return 0;
 }
 
-bool Ended(const CallbackThread &thread, os::DWORD timeout_ms)
+bool Ended(const CallbackThread &thread)
 {
-    return thread.IrqThread == nullptr || os::WaitForSingleObject(thread.IrqThread, timeout_ms) != os::WaitTimeout;
+    return thread.IrqThread == nullptr || os::WaitForSingleObject(thread.IrqThread, 0) != os::WaitTimeout;
+}
+
+// Gives a thread that was told to end a second for it, by the machine's own clock: timeouts of the system may stand
+// still with a manual one.
+bool EndsSoon(const CallbackThread &thread)
+{
+    constexpr int patience_ms = 1000;
+    for (int waited_ms = 0; waited_ms < patience_ms && !Ended(thread); ++waited_ms)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return Ended(thread);
 }
 
 void CloseIfOpen(os::HANDLE handle)
@@ -81,14 +102,15 @@ void CloseIfOpen(os::HANDLE handle)
 }
 
 // Closes what ended threads have left, the oldest first: a thread waits only on its own event or a newer one.
-void CloseEnded(CallbackLink &link, os::DWORD timeout_ms)
+void CloseEnded(CallbackLink &link, bool (&ended)(const CallbackThread &))
 {
     for (; link.oldest != link.next; link.oldest = link.oldest + 1) {
         CallbackThread &thread = link.thread(link.oldest);
-        if (!Ended(thread, timeout_ms))
+        if (!ended(thread))
             return;
-        if (link.LinkEvent == thread.event)
-            link.LinkEvent = nullptr;
+        os::HANDLE event = thread.event;
+        if (event != nullptr)
+            link.LinkEvent.compare_exchange_strong(event, nullptr);
         CloseIfOpen(thread.event);
         CloseIfOpen(thread.IrqThread);
     }
@@ -102,13 +124,25 @@ void StartThread(CallbackThread &thread)
     os::ResumeThread(thread.IrqThread);
 }
 
-// The threads of earlier links go on with the new event, or end if they had been told to.
+// The threads of earlier links go on with the new event, or end if they have been told to.
 void ReplaceLinkEvent(CallbackLink &link, os::HANDLE event)
 {
-    const os::HANDLE former = link.LinkEvent;
-    link.LinkEvent = event;
+    const os::HANDLE former = link.LinkEvent.exchange(event);
     if (former != nullptr)
         os::SetEvent(former);
+}
+
+// Room for one more link. Threads that were disabled and not signalled since are ended for it.
+bool MakeRoom(const CardState &state, CallbackLink &link)
+{
+    CloseEnded(link, Ended);
+    if (state.IrqIdle == 1 && link.oldest != link.next) {
+        link.ended_below = link.next;
+        ReplaceLinkEvent(link, nullptr);
+    }
+    if (link.full() && ToldToEnd(link.thread(link.oldest)))
+        CloseEnded(link, EndsSoon);
+    return !link.full();
 }
 
 } // namespace
@@ -143,11 +177,8 @@ Result IRQProcessLink(const Card &card, UserCallback callback)
         return Result::Param;
     CardState &state = card.state();
     CallbackLink &link = state.Link;
-    CloseEnded(link, link.full() ? most_wait_ms : 0); // threads that were disabled may be slow to end
-    if (link.full())
+    if (!MakeRoom(state, link))
         return Result::NoResources;
-    if (state.IrqIdle == 1)
-        link.ended_below = link.next;
     state.IrqIdle = std::uint8_t{0};
     const os::HANDLE event = os::CreateEventA(nullptr, 0, 0, nullptr);
     IrqLinkRequest(state.DriverHandle.get(), os::GetCurrentProcessId(), event);
@@ -168,15 +199,14 @@ void EndCallbacks(const Card &card)
 {
     CallbackLink &link = card.state().Link;
     IRQDisable(card);
-    if (link.LinkEvent != nullptr)
-        os::SetEvent(link.LinkEvent);
-    CloseEnded(link, 0);
+    ReplaceLinkEvent(link, nullptr);
+    CloseEnded(link, Ended);
 }
 
 void JoinCallbacks(const Card &card)
 {
     EndCallbacks(card);
-    CloseEnded(card.state().Link, most_wait_ms);
+    CloseEnded(card.state().Link, EndsSoon);
 }
 
 } // namespace trevik

@@ -152,6 +152,8 @@ TEST_SUITE("concurrent")
         CHECK(story.lines[1].starts_with("current thread id = "));
         CHECK(story.lines[2] == "thread dddddddddddddd-------------");
         CHECK(story.lines.size() == 2 + 50 + 1);
+        while (TrevikHost_event_signal(event) == 0) // the thread closes it
+            std::this_thread::yield();
     }
 
     TEST_CASE_FIXTURE(Linked, "two links of a card: one call a signal, to the newer callback; both end")
@@ -230,6 +232,10 @@ TEST_CASE_FIXTURE(Linked, "events and threads that cannot be created do not stop
     for (; result == TREVIK_OK && links < 100; ++links)
         result = TrevikA_IRQ_process_link(0, First);
     CHECK((result == 1450 && links == 33));
+    TrevikA_IRQ_disable(0); // they all end for a new one
+    CHECK(TrevikA_IRQ_process_link(0, First) == TREVIK_OK);
+    TrevikA_IRQ_disable(0);
+    signal();
     TrevikA_close();
     join();
     CHECK(story.calls.empty());

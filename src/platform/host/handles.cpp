@@ -36,13 +36,13 @@ std::size_t TakeFreeSlot(HandleTable &table)
     return table.last_slot;
 }
 
-// Slot number in bits 2 to 11 and generation, never 0, above: not null, not InvalidHandle, a multiple of 4.
+// Slot number from bit 2 on and generation, never 0, above: not null, not InvalidHandle, a multiple of 4.
 std::uint32_t NextKey(HandleTable &table, std::size_t slot)
 {
-    constexpr std::uint32_t generation_limit = 1u << 20;
+    constexpr std::uint32_t generation_limit = 1u << (30 - slot_bits);
     std::uint32_t &generation = table.generations[slot];
     generation = generation + 1 == generation_limit ? 1 : generation + 1;
-    return (generation << 12) | (static_cast<std::uint32_t>(slot) << 2);
+    return (generation << (2 + slot_bits)) | (static_cast<std::uint32_t>(slot) << 2);
 }
 
 os::HANDLE Open(std::shared_ptr<Object> object, const TrevikHostDriver *driver, std::uint32_t device)

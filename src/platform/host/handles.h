@@ -39,7 +39,9 @@ struct DeviceSlot {
     std::atomic<const TrevikHostDriver *> driver{nullptr}; // null: no device
 };
 
-inline constexpr std::size_t handle_capacity = 1024;
+// The library never closes the events of TrevikA_IRQ_enable, so there is room for many.
+inline constexpr unsigned slot_bits = 14;
+inline constexpr std::size_t handle_capacity = std::size_t{1} << slot_bits;
 extern constinit std::array<DeviceSlot, handle_capacity> device_slots;
 
 // The low 32 bits, or 0 (never a handle) when the upper ones are not clear.
