@@ -137,7 +137,7 @@ TEST_CASE("requests in words")
     in.put(8, 0u).put(20, std::uint16_t{0x0212});
     CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "command axes 0x2  0x12");
     in.put(8, 78u);
-    CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "write  port 78 = 0x0211");
+    CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "write  port 78 = 0x0212");
     CHECK(std::string(RegisterName(0xF5)) == "CURRENT_SPEED");
     CHECK(std::string(RegisterName(0xFC)) == "ARC_STEPS");
 }
