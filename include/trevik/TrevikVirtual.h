@@ -102,8 +102,13 @@ TREVIK_API uint32_t TrevikVirtual_index_set(uint8_t card, uint8_t axis, int32_t 
  * negative or not finite */
 TREVIK_API uint32_t TrevikVirtual_handwheel_turn(uint8_t card, uint8_t axis, int32_t counts, double seconds);
 
+/* AC cards only, TREVIK_ERR_MODEL (6) otherwise: reads what the analogue output of an axis puts out, -65535 to 65535;
+ * sets the word that TrevikAC_encoder_status_read reads, 0 at power-up. */
+TREVIK_API uint32_t TrevikVirtual_analog_output_read(uint8_t card, uint8_t axis, int32_t *value);
+TREVIK_API uint32_t TrevikVirtual_encoder_status_set(uint8_t card, uint8_t axis, uint16_t status);
+
 /* Tells how long it takes from now until something happens on the card by itself: an operation ends, a queued one
- * starts, a moving axis comes to a switch. Infinite when nothing will. With the manual clock, TrevikHost_advance of
+ * starts, a moving axis comes to a switch, a timer of the card expires. Infinite when nothing will. With the manual clock, TrevikHost_advance of
  * this value gets just there. */
 TREVIK_API uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds);
 

@@ -8,27 +8,6 @@
 namespace trevik
 {
 
-enum class Index : std::uint8_t {
-    EncoderSetting1 = 0,
-    EncoderSetting2 = 2,
-    EncoderSetting3 = 4,
-    EncoderPolarity = 6,
-    EncoderStatus = 8,
-    PulseSwap = 10,
-    Debounce = 12,
-    LoopRun = 16,
-    OutputMagnitude = 18,
-    OutputSign = 20, // 1: negative
-    Gain = 22,
-    LoopConstantLow = 24,
-    LoopConstantHigh = 26,
-    ErrorCounterLow = 28,
-    ErrorCounterHigh = 30,
-    DetectorStatus = 32,
-    ControlMode = 34, // of axis 0, for the whole card
-    DetectorEnable = 36,
-};
-
 inline Result IndexRegisterRead(const Axis &axis, std::uint8_t index, std::uint16_t *value)
 {
     if (value == nullptr)

@@ -154,6 +154,28 @@ constexpr std::uint8_t model_index = 38;
 constexpr std::uint16_t model_word_A = 0x0001;
 constexpr std::uint16_t model_word_AC = 0x0101;
 
+// Index registers of the AC model.
+enum class Index : std::uint8_t {
+    EncoderSetting1 = 0,
+    EncoderSetting2 = 2,
+    EncoderSetting3 = 4,
+    EncoderPolarity = 6,
+    EncoderStatus = 8,
+    PulseSwap = 10,
+    Debounce = 12,
+    LoopRun = 16,
+    OutputMagnitude = 18,
+    OutputSign = 20, // 1: negative
+    Gain = 22,
+    LoopConstantLow = 24,
+    LoopConstantHigh = 26,
+    ErrorCounterLow = 28,
+    ErrorCounterHigh = 30,
+    DetectorStatus = 32,
+    ControlMode = 34, // of axis 0, for the whole card
+    DetectorEnable = 36,
+};
+
 // Bit of an axis in an axis set. Numbers above 3 count as 0.
 constexpr std::uint8_t AxisBit(std::uint8_t axis)
 {

@@ -2,6 +2,7 @@
 
 #include "platform/host/clock.h"
 #include "platform/host/driver_seam.h"
+#include "platform/host/timers.h"
 
 #include <charconv>
 #include <cstdio>
@@ -71,7 +72,7 @@ std::uint32_t Control(void *context, std::uint32_t device, std::uint32_t code, c
     const Bus::Hold card = bus.hold(device & 0xFF);
     if (!card)
         return error_device_not_connected;
-    return card->control({code, in, in_size, out, out_size}, host::NowNanoseconds(), *returned);
+    return card->control({code, in, in_size, out, out_size}, card.now_ns(), *returned);
 }
 
 } // namespace
@@ -92,27 +93,59 @@ std::optional<CardList> ParseCards(const char *text)
     }
 }
 
+Bus::Hold::Hold(Slot &slot) : slot_(&slot)
+{
+    while (slot.guard.exchange(true, std::memory_order_acquire))
+        while (slot.guard.load(std::memory_order_relaxed))
+            std::this_thread::yield();
+    now_ns_ = host::NowNanoseconds();
+}
+
+// Without the guard other threads set the alarm, too: a time that is out of date by then only makes it look in vain.
+void Bus::Hold::let_go_watched()
+{
+    Card &card = slot_->card;
+    const bool was_watched = slot_->watched.load(std::memory_order_relaxed);
+    const bool watched = card.delivers();
+    if (watched && !was_watched)
+        host::UseAlarm(LookAtWatched);
+    slot_->watched.store(watched, std::memory_order_relaxed);
+    if (const std::uint32_t event = watched ? card.take_signal(now_ns_) : 0; event != 0)
+        TrevikHost_event_signal(event); // first: it only wakes a thread
+    const std::int64_t next_ns = watched ? card.next_interrupt(now_ns_) : never_ns;
+    slot_->guard.store(false, std::memory_order_release);
+    if (was_watched && !watched)
+        host::LeaveAlarm();
+    if (!host::AlarmIsSetBy(next_ns))
+        host::SetAlarm(next_ns);
+}
+
+// The alarm: every watched card is taken and let go.
+void Bus::LookAtWatched()
+{
+    Bus &bus = TheBus();
+    for (Slot &slot : bus.slots_)
+        if (slot.watched.load(std::memory_order_relaxed))
+            const Hold card(slot);
+}
+
 void Bus::place(const CardList &cards)
 {
     generation_.fetch_add(1);
     for (unsigned number = 0; number < bus_slots; ++number) {
         Slot &slot = slots_[number];
+        const Hold card(slot);
         slot.opened = false;
         slot.present = cards[number].has_value();
-        if (cards[number])
-            hold(number)->reset(static_cast<std::uint8_t>(number), *cards[number]);
+        card->reset(static_cast<std::uint8_t>(number), cards[number].value_or(Model::A));
     }
 }
 
 Bus::Hold Bus::hold(std::uint32_t number)
 {
     if (number >= bus_slots || !slots_[number].present.load(std::memory_order_relaxed))
-        return Hold(nullptr, nullptr);
-    Slot &slot = slots_[number];
-    while (slot.guard.exchange(true, std::memory_order_acquire))
-        while (slot.guard.load(std::memory_order_relaxed))
-            std::this_thread::yield();
-    return Hold(&slot.guard, &slot.card);
+        return {};
+    return Hold(slots_[number]);
 }
 
 std::uint32_t Bus::device_count() const
@@ -146,8 +179,11 @@ std::uint32_t Bus::open(const char *path, std::uint32_t &device)
 
 void Bus::close(std::uint32_t device)
 {
-    if (alive(device))
-        slots_[device & 0xFF].opened = false;
+    if (!alive(device))
+        return;
+    if (const Hold card = hold(device & 0xFF))
+        card->disconnect();
+    slots_[device & 0xFF].opened = false;
 }
 
 Bus &TheBus()

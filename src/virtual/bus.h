@@ -22,24 +22,42 @@ std::optional<CardList> ParseCards(const char *text);
 class Bus
 {
   public:
-    // A card for the time that the caller holds it; the only thread that does. Empty: no such card.
+    // On cache lines of its own, so that threads on different cards do not slow each other.
+    struct alignas(128) Slot {
+        std::atomic<bool> guard{false};
+        std::atomic<bool> present{false};
+        std::atomic<bool> opened{false};
+        std::atomic<bool> watched{false}; // a program waits for its interrupts, and the alarm is in use for it
+        Card card;
+    };
+
+    // A card for the time that the caller holds it; the only thread that does. Empty: no such card. When it is let go,
+    // an interrupt that the card has raised meanwhile is signalled.
     class Hold
     {
       public:
-        explicit Hold(std::atomic<bool> *guard, Card *card) : guard_(guard), card_(card) {}
+        Hold() = default;
+        explicit Hold(Slot &slot);
         ~Hold()
         {
-            if (guard_ != nullptr)
-                guard_->store(false, std::memory_order_release);
+            if (slot_ == nullptr)
+                return;
+            if (slot_->watched.load(std::memory_order_relaxed) || slot_->card.delivers())
+                let_go_watched();
+            else
+                slot_->guard.store(false, std::memory_order_release);
         }
         Hold(const Hold &) = delete;
         Hold &operator=(const Hold &) = delete;
-        explicit operator bool() const { return card_ != nullptr; }
-        Card *operator->() const { return card_; }
+        explicit operator bool() const { return slot_ != nullptr; }
+        Card *operator->() const { return &slot_->card; }
+        std::int64_t now_ns() const { return now_ns_; }
 
       private:
-        std::atomic<bool> *guard_;
-        Card *card_;
+        void let_go_watched();
+
+        Slot *slot_ = nullptr;
+        std::int64_t now_ns_ = 0; // read when the card was taken: what happens while it is held happens then
     };
 
     // Puts these cards in the slots, powered up anew. Devices opened before are gone.
@@ -55,13 +73,7 @@ class Bus
     bool alive(std::uint32_t device) const { return device >> 8 == generation_.load(std::memory_order_relaxed); }
 
   private:
-    // On cache lines of its own, so that threads on different cards do not slow each other.
-    struct alignas(128) Slot {
-        std::atomic<bool> guard{false};
-        std::atomic<bool> present{false};
-        std::atomic<bool> opened{false};
-        Card card;
-    };
+    static void LookAtWatched();
 
     std::array<Slot, bus_slots> slots_;
     alignas(128) std::atomic<std::uint32_t> generation_{0}; // of the placement; in the high bits of device numbers

@@ -11,7 +11,7 @@ namespace
 // A pulse counts as put out a hair before its exact time, so that rounding never hides the last one.
 constexpr double pulse_tolerance = 1e-6;
 
-constexpr BitField encoder_backwards{22, 1}; // of SIGNAL_CONFIG2
+constexpr auto encoder_backwards = signal_config2::pulse_input_option;
 
 // Bits of the main status.
 constexpr unsigned soft_limit_status = 8; // and 9
@@ -180,7 +180,10 @@ std::uint32_t Chip::counted(const Section &section, unsigned number, std::int64_
 
 std::uint32_t Chip::counter(const Section &section, unsigned number, std::int64_t now_ns)
 {
-    return section.reg(CounterRegister(number)) + counted(section, number, travelled(section, now_ns), now_ns);
+    const std::uint32_t count =
+        section.reg(CounterRegister(number)) + counted(section, number, travelled(section, now_ns), now_ns);
+    const std::uint32_t trailing = trailing_counts(section, now_ns);
+    return number == 2 ? count - trailing : number == 3 ? count + trailing : count;
 }
 
 std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns)
@@ -348,7 +351,8 @@ std::int32_t Chip::position(unsigned axis, std::int64_t now_ns)
 {
     advance(now_ns);
     const Section &section = sections_[axis];
-    return static_cast<std::int32_t>(section.base_position + travelled(section, now_ns));
+    const std::int64_t position = section.base_position + travelled(section, now_ns);
+    return static_cast<std::int32_t>(section.reversed ? -position : position);
 }
 
 bool Chip::move_by_hand(unsigned axis, std::int32_t position, std::int64_t now_ns)
@@ -357,7 +361,7 @@ bool Chip::move_by_hand(unsigned axis, std::int32_t position, std::int64_t now_n
     Section &section = sections_[axis];
     if (section.state == State::Running)
         return false;
-    section.base_position = position;
+    section.base_position = section.reversed ? -std::int64_t{position} : position;
     reconsider(axis, now_ns);
     return true;
 }
@@ -365,7 +369,11 @@ bool Chip::move_by_hand(unsigned axis, std::int32_t position, std::int64_t now_n
 double Chip::speed(unsigned axis, std::int64_t now_ns)
 {
     advance(now_ns);
-    const Section &section = sections_[axis];
+    return speed_of(sections_[axis], now_ns);
+}
+
+double Chip::speed_of(const Section &section, std::int64_t now_ns)
+{
     Section &leader = leader_of(section);
     if (section.state != State::Running || leader.longest == 0)
         return 0;
@@ -396,7 +404,7 @@ void Chip::scale_encoder(Section &section, std::int64_t now_ns)
 {
     const bool backwards = encoder_backwards.get(section.reg(Register::SIGNAL_CONFIG2)) != 0;
     const std::int64_t counts = section.encoder_counts;
-    section.encoder.scale(backwards ? -counts : counts, section.encoder_pulses,
+    section.encoder.scale(backwards != section.reversed ? -counts : counts, section.encoder_pulses,
                           section.base_position + travelled(section, now_ns));
     reconsider(axis_of(section), now_ns);
 }

@@ -38,6 +38,9 @@ class Chip
     std::uint16_t main_status(unsigned axis, std::int64_t now_ns);
     std::uint16_t sub_status(unsigned axis, std::int64_t now_ns);
 
+    // A register as it was written, which time does not change.
+    std::uint32_t setting(unsigned axis, Register reg) const { return sections_[axis].reg(reg); }
+
     // What an axis raised since this was last asked, whether or not its flag registers were read; up to the time of
     // the last call that had one.
     struct Raised {
@@ -59,6 +62,13 @@ class Chip
     // The encoder gives `counts` for every `pulses` (1 or more) of the machine's way, from here on; negative counts:
     // the other way round.
     void set_encoder_scale(unsigned axis, std::int32_t counts, std::int32_t pulses, std::int64_t now_ns);
+
+    // What a position loop beside the chip makes of it: pulses move the machine the other way round; the encoder
+    // trails the pulses by this time at their speed; when an axis is this fast, from a time on that has come, if nothing
+    // happens before.
+    void set_reversed(unsigned axis, bool reversed, std::int64_t now_ns);
+    void set_feedback_trail(unsigned axis, double seconds, std::int64_t now_ns);
+    std::int64_t time_as_fast(unsigned axis, double pps, std::int64_t from_ns);
 
     // Changes what stands around an axis.
     template <class Change>
@@ -143,6 +153,8 @@ class Chip
         ArcPath arc;               // of its first axis
 
         Surroundings around;
+        bool reversed = false; // pulses move the machine the other way: positions here are the opposite of its own
+        double trail_s = 0;    // by which the encoder trails the pulses
         Encoder encoder;
         std::int32_t encoder_counts = 1; // for every encoder_pulses, as the machine has it
         std::int32_t encoder_pulses = 1;
@@ -201,6 +213,7 @@ class Chip
     std::int64_t share(const Section &section, std::int64_t pulses);
     std::int64_t pulses_at_step(const Section &section, std::int64_t step);
     int way(const Section &section, const Instant &now);
+    double speed_of(const Section &section, std::int64_t now_ns);
     double part_of_speed(const Section &section, std::int64_t pulses);
     std::int64_t travelled(const Section &section, std::int64_t now_ns);
     static std::uint32_t counted(const Section &section, unsigned number, std::int64_t travelled,
@@ -209,6 +222,9 @@ class Chip
     void scale_encoder(Section &section, std::int64_t now_ns);
     std::uint32_t status_register(Section &section, std::uint32_t read_code, std::int64_t now_ns);
     void written(Section &section, Register reg, std::uint32_t value, std::int64_t now_ns);
+
+    // The encoder behind a position loop: chip_feedback.cpp
+    std::uint32_t trailing_counts(const Section &section, std::int64_t now_ns);
 
     // Circles: chip_arc.cpp
     void plan_arc(unsigned group);
@@ -224,7 +240,7 @@ class Chip
     void note_watched(unsigned axis);
     Changes observe(Section &section, std::int64_t from, std::int64_t to, const Moment &now);
     void met_now(Section &section, unsigned compared, const Moment &now);
-    void latch(Section &section, std::int64_t travelled);
+    void latch(Section &section, std::int64_t travelled, std::int64_t now_ns);
     void latch_all(unsigned axis_set, std::int64_t now_ns);
     const Section *trigger_source(const Section &waiting);
     bool triggered(const Section &waiting);

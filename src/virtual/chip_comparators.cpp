@@ -110,7 +110,7 @@ Chip::Changes Chip::observe(Section &section, std::int64_t from_pulses, std::int
     const std::uint32_t rising = inputs & ~changes.inputs_before;
     if ((rising & Bit(Input::Latch)) != 0 &&
         start_trigger_env::latch_off.get(section.reg(Register::START_TRIGGER_ENV)) == 0)
-        latch(section, to_pulses);
+        latch(section, to_pulses, now.reached_ns());
     if ((rising & Bit(Input::SlowDown)) != 0)
         raise_event(section, Event::SlowDownOn);
     if (section.compares == 0)
@@ -147,15 +147,16 @@ void Chip::met_now(Section &section, unsigned compared, const Moment &now)
     });
 }
 
-void Chip::latch(Section &section, std::int64_t travelled)
+void Chip::latch(Section &section, std::int64_t travelled, std::int64_t now_ns)
 {
-    section.latched = section.reg(Register::COUNTER2) + counted(section, 2, travelled, 0);
+    section.latched =
+        section.reg(Register::COUNTER2) + counted(section, 2, travelled, 0) - trailing_counts(section, now_ns);
     raise_event(section, Event::Latched);
 }
 
 void Chip::latch_all(unsigned axis_set, std::int64_t now_ns)
 {
-    each(axis_set, [&](unsigned, Section &section) { latch(section, travelled(section, now_ns)); });
+    each(axis_set, [&](unsigned, Section &section) { latch(section, travelled(section, now_ns), now_ns); });
 }
 
 // The axis whose comparator starts a waiting operation; null: none does.

@@ -269,4 +269,21 @@ double SpeedProfile::time_at(double distance)
     return pieces_[i].start_s + pieces_[i].time_to(distance, end_of(i) - pieces_[i].start_s);
 }
 
+double SpeedProfile::time_as_fast(double pps, double from_s) const
+{
+    for (unsigned i = 0; i < count_; ++i) {
+        const Piece &piece = pieces_[i];
+        const double begin_s = Larger(piece.start_s, from_s);
+        const double end_s = end_of(i);
+        if (end_s <= begin_s)
+            continue;
+        const auto speed = [&piece](double time_s) { return piece.speed_after(time_s - piece.start_s); };
+        if (speed(begin_s) >= pps)
+            return begin_s;
+        if (way_of(i) > 0 && speed(end_s) >= pps)
+            return Solve(begin_s, end_s, pps, speed);
+    }
+    return never;
+}
+
 } // namespace trevik::virtual_card

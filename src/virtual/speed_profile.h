@@ -70,6 +70,9 @@ class SpeedProfile
     // Time at which a distance is reached; infinite if it never is.
     double time_at(double distance);
 
+    // The first time from `from_s` on at which the speed is this or higher; infinite if it never is.
+    double time_as_fast(double pps, double from_s) const;
+
   private:
     // A stretch of constant jerk.
     struct Piece {

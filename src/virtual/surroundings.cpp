@@ -33,14 +33,22 @@ void Surroundings::place_switch(Input input, std::int32_t first, std::int32_t la
 {
     using Limits = std::numeric_limits<std::int32_t>;
     placed_ |= Bit(input);
-    switches_[static_cast<unsigned>(input)] = {first == Limits::min() ? -open_end : first,
-                                               last == Limits::max() ? open_end : last};
+    const Stretch stretch = {first == Limits::min() ? -open_end : first, last == Limits::max() ? open_end : last};
+    switches_[static_cast<unsigned>(input)] = mirrored_ ? stretch.opposite() : stretch;
 }
 
 void Surroundings::place_index(std::int32_t first, std::uint32_t period)
 {
-    index_first_ = first;
+    index_first_ = mirrored_ ? -std::int64_t{first} : first;
     index_period_ = period;
+}
+
+void Surroundings::mirror()
+{
+    mirrored_ = !mirrored_;
+    for (Stretch &stretch : switches_)
+        stretch = stretch.opposite();
+    index_first_ = -index_first_;
 }
 
 std::uint32_t Surroundings::active(std::int64_t position) const

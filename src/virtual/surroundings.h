@@ -18,6 +18,8 @@ class Surroundings
     void remove_switch(Input input) { placed_ &= ~Bit(input); }
     // One index pulse every `period` pulses, one of them at `first`; period 0: none.
     void place_index(std::int32_t first, std::uint32_t period);
+    // Turned round: what stood at a position stands at the opposite one, also what is placed from now on.
+    void mirror();
 
     // Anything that depends on the position.
     bool fitted() const { return placed_ != 0 || index_period_ != 0; }
@@ -35,14 +37,17 @@ class Surroundings
   private:
     struct Stretch {
         std::int64_t first, last;
+
+        Stretch opposite() const { return {-last, -first}; }
     };
 
     std::int64_t steps_to_index(std::int64_t position, bool plus) const;
 
     std::uint32_t placed_ = 0;
     std::uint32_t index_period_ = 0;
-    std::int32_t index_first_ = 0;
+    std::int64_t index_first_ = 0;
     std::array<Stretch, input_count> switches_{};
+    bool mirrored_ = false;
 };
 
 // The encoder of the axis, which counts the machine's way. Counts wrap.
@@ -51,6 +56,9 @@ class Encoder
   public:
     // `counts` for every `pulses` from a position on, where the count stays what it was.
     void scale(std::int64_t counts, std::int64_t pulses, std::int64_t position);
+
+    // Turned round with its machine, whose opposite position has the same count; for a scale of whole counts.
+    void mirror() { counts_ = -counts_; }
 
     std::uint32_t count(std::int64_t position) const { return static_cast<std::uint32_t>(steps(position)) + base_; }
     // Counts between two positions, less than 2^32 of them apart.

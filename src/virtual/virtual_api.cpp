@@ -1,7 +1,6 @@
 // The functions of TrevikVirtual.h.
 #include <trevik/TrevikVirtual.h>
 
-#include "platform/host/clock.h"
 #include "virtual/bus.h"
 
 using namespace trevik::virtual_card;
@@ -16,7 +15,10 @@ uint32_t OnCard(uint8_t number, bool arguments_valid, Operation operation)
     const Bus::Hold card = TheBus().hold(number);
     if (!card)
         return TREVIK_ERR_HANDLE;
-    return arguments_valid ? operation(*card.operator->(), trevik::host::NowNanoseconds()) : TREVIK_ERR_PARAM;
+    if (!arguments_valid)
+        return TREVIK_ERR_PARAM;
+    card->pass(card.now_ns());
+    return operation(*card.operator->(), card.now_ns());
 }
 
 template <class Operation>
@@ -146,10 +148,32 @@ uint32_t TrevikVirtual_handwheel_turn(uint8_t card, uint8_t axis, int32_t counts
     });
 }
 
+uint32_t TrevikVirtual_analog_output_read(uint8_t card, uint8_t axis, int32_t *value)
+{
+    return OnAxis(card, axis, value != nullptr, [=](Card &c, std::int64_t now_ns) {
+        const AcModel *ac = c.ac_model();
+        if (ac == nullptr)
+            return TREVIK_ERR_MODEL;
+        *value = ac->output(axis, c.chip(), now_ns);
+        return TREVIK_OK;
+    });
+}
+
+uint32_t TrevikVirtual_encoder_status_set(uint8_t card, uint8_t axis, uint16_t status)
+{
+    return OnAxis(card, axis, true, [=](Card &c, std::int64_t) {
+        AcModel *ac = c.ac_model();
+        if (ac == nullptr)
+            return TREVIK_ERR_MODEL;
+        ac->set_encoder_status(axis, status);
+        return TREVIK_OK;
+    });
+}
+
 uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds)
 {
     return OnCard(card, seconds != nullptr, [=](Card &c, std::int64_t now_ns) {
-        const std::int64_t event_ns = c.chip().next_event(now_ns);
+        const std::int64_t event_ns = c.next_event(now_ns);
         *seconds = event_ns == never_ns ? never : static_cast<double>(event_ns - now_ns) * 1e-9;
         return TREVIK_OK;
     });

@@ -14,6 +14,7 @@ struct ClockState {
     std::atomic<std::int64_t> shift_ns{0};   // added to the system's clock while the clock is not manual
     // Kept by the timers, so that a move of the manual clock that meets none of them needs no lock.
     std::atomic<std::int64_t> next_due_ns{std::numeric_limits<std::int64_t>::max()};
+    std::atomic<std::int64_t> alarm_due_ns{std::numeric_limits<std::int64_t>::max()};
     std::atomic<bool> callback_running{false};
 };
 

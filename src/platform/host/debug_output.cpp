@@ -37,8 +37,11 @@ DebugSink CurrentSink()
 
 bool DebugWanted()
 {
-    const char *value = std::getenv("TREVIK_DEBUG");
-    return value != nullptr && std::string_view(value) == "1";
+    static const bool wanted = [] {
+        const char *value = std::getenv("TREVIK_DEBUG");
+        return value != nullptr && std::string_view(value) == "1";
+    }();
+    return wanted;
 }
 
 } // namespace

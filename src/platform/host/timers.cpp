@@ -29,11 +29,18 @@ struct Timer {
     os::DWORD_PTR user;
 };
 
+// The alarm stands in the list like a timer. Its id is the lowest: it comes first among those that are due together.
+constexpr os::UINT alarm_id = 1;
+
+constexpr std::int64_t no_time = std::numeric_limits<std::int64_t>::max();
+
 struct Timers {
     std::mutex mutex;
     std::condition_variable changed; // timers, running callback, kind of clock, service
     std::vector<Timer> list;
-    os::UINT last_id = 0;
+    os::UINT last_id = alarm_id;
+    unsigned alarm_users = 0;
+    Alarm alarm = nullptr;
     os::UINT running_id = 0; // 0: no callback is running
     std::thread service;
     std::uint64_t service_number = 0; // the service thread with another number ends
@@ -59,11 +66,18 @@ std::vector<Timer>::iterator Earliest(Timers &timers)
     });
 }
 
+std::vector<Timer>::iterator TheAlarm(Timers &timers)
+{
+    return std::find_if(timers.list.begin(), timers.list.end(),
+                        [](const Timer &timer) { return timer.id == alarm_id; });
+}
+
 void Changed(Timers &timers)
 {
     const auto earliest = Earliest(timers);
-    clock_state.next_due_ns =
-        earliest == timers.list.end() ? std::numeric_limits<std::int64_t>::max() : earliest->due_ns;
+    clock_state.next_due_ns = earliest == timers.list.end() ? no_time : earliest->due_ns;
+    const auto alarm = TheAlarm(timers);
+    clock_state.alarm_due_ns = alarm == timers.list.end() ? no_time : alarm->due_ns;
     timers.changed.notify_all();
 }
 
@@ -71,7 +85,9 @@ void RunEarliest(Timers &timers, Lock &lock)
 {
     const auto earliest = Earliest(timers);
     const Timer timer = *earliest;
-    if (timer.period_ns != 0) {
+    if (timer.id == alarm_id) {
+        earliest->due_ns = no_time;
+    } else if (timer.period_ns != 0) {
         earliest->due_ns += timer.period_ns;
     } else {
         timers.list.erase(earliest);
@@ -99,6 +115,7 @@ bool HasService(const Timers &timers, std::uint64_t number)
 
 void Serve(std::uint64_t number)
 {
+    constexpr std::int64_t longest_wait_ns = 3'600'000'000'000; // so that no sum overflows
     Timers &timers = TheTimers();
     Lock lock(timers.mutex);
     while (HasService(timers, number)) {
@@ -108,7 +125,8 @@ void Serve(std::uint64_t number)
         } else if (wait_ns <= 0) {
             RunEarliest(timers, lock);
         } else {
-            timers.changed.wait_until(lock, std::chrono::steady_clock::now() + std::chrono::nanoseconds(wait_ns));
+            const std::chrono::nanoseconds wait(std::min(wait_ns, longest_wait_ns));
+            timers.changed.wait_until(lock, std::chrono::steady_clock::now() + wait);
         }
     }
     if (timers.service_number == number)
@@ -149,6 +167,22 @@ void EndThread(std::thread thread)
         thread.join();
     }
 #endif
+}
+
+// Without timers the service thread ends. While a callback runs it does so by itself: the callback may need what the
+// caller holds.
+void EndUnusedService(Timers &timers, Lock &lock)
+{
+    if (!timers.list.empty() || timers.running_id != 0)
+        return;
+    std::thread service = TakeService(timers);
+    lock.unlock();
+    EndThread(std::move(service));
+}
+
+void TREVIK_CALL RunAlarm(os::UINT, os::UINT, os::DWORD_PTR, os::DWORD_PTR, os::DWORD_PTR)
+{
+    TheTimers().alarm();
 }
 
 // No timer outlives the library's code.
@@ -200,6 +234,40 @@ void ClockSwitched()
     timers.changed.notify_all();
 }
 
+void UseAlarm(Alarm alarm)
+{
+    Timers &timers = TheTimers();
+    const Lock lock(timers.mutex);
+    if (++timers.alarm_users != 1 || timers.unloaded)
+        return;
+    timers.alarm = alarm;
+    timers.list.push_back({alarm_id, no_time, 0, RunAlarm, 0});
+    StartService(timers);
+    Changed(timers);
+}
+
+void LeaveAlarm()
+{
+    Timers &timers = TheTimers();
+    Lock lock(timers.mutex);
+    if (--timers.alarm_users != 0)
+        return;
+    std::erase_if(timers.list, [](const Timer &timer) { return timer.id == alarm_id; });
+    Changed(timers);
+    EndUnusedService(timers, lock);
+}
+
+void SetAlarm(std::int64_t due_ns)
+{
+    Timers &timers = TheTimers();
+    const Lock lock(timers.mutex);
+    const auto alarm = TheAlarm(timers);
+    if (alarm == timers.list.end() || alarm->due_ns <= due_ns)
+        return;
+    alarm->due_ns = due_ns;
+    Changed(timers);
+}
+
 } // namespace trevik::host
 
 namespace trevik::os
@@ -233,13 +301,7 @@ MMRESULT timeKillEvent(UINT id)
     Changed(timers);
     if (own_running_id != id)
         timers.changed.wait(lock, [&timers, id] { return id == 0 || timers.running_id != id; });
-    // While another timer's callback runs, the service thread ends by itself: that callback may need what the
-    // caller holds.
-    if (timers.list.empty() && timers.running_id == 0) {
-        std::thread service = TakeService(timers);
-        lock.unlock();
-        EndThread(std::move(service));
-    }
+    EndUnusedService(timers, lock);
     return known ? TimerNoError : TimerNoCanDo;
 }
 
