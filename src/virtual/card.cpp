@@ -38,7 +38,7 @@ constexpr RequestSize SizesOf(ControlCode code)
 // Interrupt sources: bits 0 to 3 the axes, bit 4 the card.
 constexpr unsigned card_source = 1u << chip_axes;
 
-constexpr BitField axis_masked{29, 1}; // of SIGNAL_CONFIG1
+constexpr auto axis_masked = signal_config1::interrupts_masked;
 
 constexpr std::uint32_t PortOffset(Port port)
 {

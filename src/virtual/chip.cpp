@@ -11,7 +11,7 @@ namespace
 // A pulse counts as put out a hair before its exact time, so that rounding never hides the last one.
 constexpr double pulse_tolerance = 1e-6;
 
-constexpr BitField encoder_backwards{22, 1}; // of SIGNAL_CONFIG2
+constexpr auto encoder_backwards = signal_config2::pulse_input_option;
 
 // Bits of the main status.
 constexpr unsigned soft_limit_status = 8; // and 9

@@ -6,6 +6,7 @@
 // exceptions, threads or library.
 #pragma once
 
+#include "driver/fields.h"
 #include "driver/mode_word.h"
 #include "driver/registers.h"
 #include "virtual/arc_path.h"

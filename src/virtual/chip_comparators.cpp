@@ -9,23 +9,6 @@ namespace trevik::virtual_card
 namespace
 {
 
-// Fields of LIMIT_CONFIG.
-constexpr BitField limit1_counter{0, 2};
-constexpr BitField limit1_condition{2, 3};
-constexpr BitField limit1_action{5, 2};
-constexpr BitField limit2_counter{8, 2};
-constexpr BitField limit2_condition{10, 3};
-constexpr BitField limit2_action{13, 2};
-constexpr BitField start_counter{16, 2};
-constexpr BitField start_condition{18, 3};
-
-// Fields of START_TRIGGER_ENV.
-constexpr BitField output_counter{0, 3};
-constexpr BitField output_condition{3, 3};
-constexpr BitField output_action{6, 2};
-constexpr BitField latch_off{15, 1};
-constexpr BitField trigger_axis{20, 2};
-
 constexpr std::uint32_t soft_limit = 6; // condition of comparators 1 and 2
 
 // An axis looks again at the latest after so many pulses, so that no product overflows.
@@ -56,16 +39,16 @@ Comparator Chip::comparator(const Section &section, Compared compared)
     const std::uint32_t trigger = section.reg(Register::START_TRIGGER_ENV);
     switch (compared) {
     case Compared::Limit1:
-        return SoftLimit(limit1_counter.get(limits), limit1_condition.get(limits) == soft_limit, Condition::Above,
-                         section.reg(Register::SOFTLIMIT1));
+        return SoftLimit(limit_config::counter1.get(limits), limit_config::condition1.get(limits) == soft_limit,
+                         Condition::Above, section.reg(Register::SOFTLIMIT1));
     case Compared::Limit2:
-        return SoftLimit(limit2_counter.get(limits), limit2_condition.get(limits) == soft_limit, Condition::Below,
-                         section.reg(Register::SOFTLIMIT2));
+        return SoftLimit(limit_config::counter2.get(limits), limit_config::condition2.get(limits) == soft_limit,
+                         Condition::Below, section.reg(Register::SOFTLIMIT2));
     case Compared::Start:
-        return Compare(start_counter.get(limits), start_condition.get(limits),
+        return Compare(limit_config::counter3.get(limits), limit_config::condition3.get(limits),
                        section.reg(Register::COMPARE_START_DATA));
     default:
-        return Compare(output_counter.get(trigger), output_condition.get(trigger),
+        return Compare(start_trigger_env::counter5.get(trigger), start_trigger_env::condition5.get(trigger),
                        section.reg(Register::COMPARATOR_DATA));
     }
 }
@@ -76,20 +59,20 @@ StopAction Chip::action(const Section &section, Compared compared)
     const std::uint32_t limits = section.reg(Register::LIMIT_CONFIG);
     switch (compared) {
     case Compared::Limit1:
-        return static_cast<StopAction>(limit1_action.get(limits));
+        return static_cast<StopAction>(limit_config::action1.get(limits));
     case Compared::Limit2:
-        return static_cast<StopAction>(limit2_action.get(limits));
+        return static_cast<StopAction>(limit_config::action2.get(limits));
     case Compared::Start:
         return StopAction::None;
     default:
-        return static_cast<StopAction>(output_action.get(section.reg(Register::START_TRIGGER_ENV)));
+        return static_cast<StopAction>(start_trigger_env::action5.get(section.reg(Register::START_TRIGGER_ENV)));
     }
 }
 
 template <class Function>
 void Chip::each_comparator(const Section &section, Function function)
 {
-    for (const Compared compared : {Compared::Limit1, Compared::Limit2, Compared::Start, Compared::Output})
+    for (const Compared compared : every_comparator)
         if ((section.compares & Bit(compared)) != 0)
             function(compared, comparator(section, compared));
 }
@@ -99,19 +82,18 @@ void Chip::note_watched(unsigned axis)
 {
     Section &section = sections_[axis];
     const unsigned bit = 1u << axis;
-    section.compares = (1u << comparator_count) - 1;
-    unsigned compares = 0;
+    section.compares = 0;
     bool by_position = section.around.fitted();
     bool by_time = (section.reg(Register::EVENT_ENABLE) & ramp_events) != 0;
-    each_comparator(section, [&](Compared compared, const Comparator &comparator) {
-        if (comparator.condition == Condition::Off)
-            return;
-        compares |= Bit(compared);
-        by_time = by_time || comparator.counter == 4;
-        by_position = by_position || comparator.counter != 4;
-    });
-    section.compares = compares;
-    section.met &= compares;
+    for (const Compared compared : every_comparator) {
+        const Comparator read = comparator(section, compared);
+        if (read.condition == Condition::Off)
+            continue;
+        section.compares |= Bit(compared);
+        by_time = by_time || read.counter == 4;
+        by_position = by_position || read.counter != 4;
+    }
+    section.met &= section.compares;
     watched_axes_ = by_position ? watched_axes_ | bit : watched_axes_ & ~bit;
     next_look_ns_ = never_ns;
     timed_axes_ = by_time ? timed_axes_ | bit : timed_axes_ & ~bit;
@@ -126,7 +108,8 @@ Chip::Changes Chip::observe(Section &section, std::int64_t from_pulses, std::int
     changes.inputs_before = section.seen;
     section.seen = inputs;
     const std::uint32_t rising = inputs & ~changes.inputs_before;
-    if ((rising & Bit(Input::Latch)) != 0 && latch_off.get(section.reg(Register::START_TRIGGER_ENV)) == 0)
+    if ((rising & Bit(Input::Latch)) != 0 &&
+        start_trigger_env::latch_off.get(section.reg(Register::START_TRIGGER_ENV)) == 0)
         latch(section, to_pulses, now.reached_ns());
     if ((rising & Bit(Input::SlowDown)) != 0)
         raise_event(section, Event::SlowDownOn);
@@ -182,7 +165,7 @@ const Chip::Section *Chip::trigger_source(const Section &waiting)
     const std::uint32_t mode = waiting.reg(Register::MODE);
     if (mode_field::start_trigger.get(mode) != static_cast<std::uint32_t>(StartTrigger::Comparator))
         return nullptr;
-    return &sections_[trigger_axis.get(waiting.reg(Register::START_TRIGGER_ENV))];
+    return &sections_[start_trigger_env::compare_start_axis.get(waiting.reg(Register::START_TRIGGER_ENV))];
 }
 
 bool Chip::triggered(const Section &waiting)

@@ -9,9 +9,9 @@ namespace
 {
 
 // Fields of HOME_CONFIG and SIGNAL_CONFIG1.
-constexpr BitField home_mode{0, 4};
-constexpr BitField index_option{4, 4};
-constexpr BitField limit_slowly{3, 1};
+constexpr auto home_mode = home_config::mode;
+constexpr auto index_option = home_config::option;
+constexpr auto limit_slowly = signal_config1::el_mode;
 
 constexpr Input LimitOf(std::int64_t way)
 {

@@ -10,11 +10,11 @@ namespace
 {
 
 // Fields of SIGNAL_CONFIG1.
-constexpr BitField limit_slowly{3, 1};
-constexpr BitField slow_down_stops{4, 1};
-constexpr BitField slow_down_latched{5, 1};
-constexpr BitField alarm_slowly{8, 1};
-constexpr BitField clears_drive{11, 1};
+constexpr auto limit_slowly = signal_config1::el_mode;
+constexpr auto slow_down_stops = signal_config1::sd_option_c;
+constexpr auto slow_down_latched = signal_config1::sd_option_b;
+constexpr auto alarm_slowly = signal_config1::alm_option_b;
+constexpr auto clears_drive = signal_config1::erc_enable;
 
 } // namespace
 

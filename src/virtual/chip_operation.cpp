@@ -9,8 +9,8 @@ namespace
 {
 
 // Backlash correction, in MOTION_CONFIG.
-constexpr BitField backlash_pulses{0, 12};
-constexpr BitField backlash_mode{12, 2};
+constexpr auto backlash_pulses = motion_config::backlash_amount;
+constexpr auto backlash_mode = motion_config::backlash_mode;
 
 std::int8_t WayOf(std::int64_t distance)
 {

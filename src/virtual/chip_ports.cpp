@@ -6,16 +6,17 @@ namespace trevik::virtual_card
 namespace
 {
 
-// Ports 0 to 7 of an axis are general ones. A command sets the level of one: 0x10 to 0x17 low, 0x18 to 0x1F high.
-constexpr unsigned port_low_command = 0x10;
-constexpr unsigned port_high_command = 0x18;
+// Ports 0 to 7 of an axis are general ones. A command sets the level of one.
+constexpr auto port_low_command = static_cast<unsigned>(Command::CMD_PORT0_LOW);
+constexpr auto port_high_command = static_cast<unsigned>(Command::CMD_PORT0_HIGH);
 constexpr unsigned port_count = 8;
 constexpr unsigned first_switched_port = 3; // of those whose direction is chosen
 constexpr unsigned last_switched_port = 6;
 constexpr unsigned comparator_port = 7;
+constexpr std::uint32_t always_outputs = 1u << 0 | 1u << 1;
 
-constexpr unsigned clear_on_command = 0x24;
-constexpr unsigned clear_off_command = 0x25;
+constexpr auto clear_on_command = static_cast<unsigned>(Command::CMD_OUTPUT_ON);
+constexpr auto clear_off_command = static_cast<unsigned>(Command::CMD_OUTPUT_OFF);
 
 // Direction of a port in SIGNAL_CONFIG2.
 bool IsOutput(std::uint32_t config, unsigned port)
@@ -27,6 +28,15 @@ bool IsOutput(std::uint32_t config, unsigned port)
 std::uint32_t InputBit(std::uint32_t inputs, Input input, unsigned bit)
 {
     return (inputs & Bit(input)) != 0 ? 1u << bit : 0;
+}
+
+// Bits of those ports 3 to 6 that are outputs.
+std::uint32_t SwitchedOutputs(std::uint32_t config)
+{
+    std::uint32_t outputs = 0;
+    for (unsigned port = first_switched_port; port <= last_switched_port; ++port)
+        outputs |= IsOutput(config, port) ? 1u << port : 0u;
+    return outputs;
 }
 
 std::uint32_t PortInputs(std::uint32_t inputs)
@@ -55,11 +65,9 @@ std::uint16_t Chip::sub_status(unsigned axis, std::int64_t now_ns)
     const Section &section = sections_[axis];
     const std::uint32_t inputs = inputs_now(section, now_ns);
     const bool compared = (section.met & Bit(Compared::Output)) != 0;
-    std::uint32_t outputs = 1u << 0 | 1u << 1 | (compared ? 0u : 1u << comparator_port);
-    for (unsigned port = first_switched_port; port <= last_switched_port; ++port)
-        outputs |= IsOutput(section.reg(Register::SIGNAL_CONFIG2), port) ? 1u << port : 0u;
-    const std::uint32_t switched = 0x78; // ports 3 to 6
-    return static_cast<std::uint16_t>((section.ports & outputs) | (PortInputs(inputs) & switched & ~outputs) |
+    const std::uint32_t switched = SwitchedOutputs(section.reg(Register::SIGNAL_CONFIG2));
+    const std::uint32_t outputs = always_outputs | switched | (compared ? 0u : 1u << comparator_port);
+    return static_cast<std::uint16_t>((section.ports & outputs) | (PortInputs(inputs) & ~switched) |
                                       ((inputs & Bit(Input::Point4)) == 0 ? 1u << 2 : 0u) |
                                       InputBit(inputs, Input::Alarm, 11) | InputBit(inputs, Input::PlusLimit, 12) |
                                       InputBit(inputs, Input::MinusLimit, 13) | InputBit(inputs, Input::Home, 14));

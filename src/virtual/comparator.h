@@ -20,6 +20,8 @@ enum class Condition : std::uint8_t {
 enum class Compared : std::uint8_t { Limit1, Limit2, Start, Output };
 
 inline constexpr unsigned comparator_count = 4;
+inline constexpr Compared every_comparator[comparator_count] = {Compared::Limit1, Compared::Limit2, Compared::Start,
+                                                                Compared::Output};
 
 constexpr unsigned Bit(Compared compared)
 {

@@ -17,7 +17,7 @@ inline constexpr std::uint32_t direction_bit = 0x08; // of operation codes witho
 
 inline constexpr std::uint32_t arc_minus_bit = 0x01; // of the operation codes of arcs
 
-inline constexpr BitField slow_down_enable{8, 1}; // of the mode word
+inline constexpr auto slow_down_enable = mode_field::sd_enable; // of the mode word
 
 constexpr Kind KindOf(std::uint32_t mode)
 {

@@ -70,6 +70,7 @@ write  port 78 = 0x0001
     CHECK(Has(driver.log(), "write  axis 0  START_TRIGGER_ENV = 0x00200000\n"));
     driver.reg(2, Register::LIMIT_CONFIG) = 0xFFEDFFFF;
     CHECK(Reading(TrevikA_compare_start_read, 0, 2) == "1 3 ");
+    TrevikA_compare_start_set(0, 0, 0, 0); // the choice outlasts start-ups
 }
 
 TEST_CASE_FIXTURE(StartedLibrary, "status words, masks, timers and the snapshot are taken apart")
