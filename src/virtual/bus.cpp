@@ -2,6 +2,7 @@
 
 #include "platform/host/clock.h"
 #include "platform/host/driver_seam.h"
+#include "platform/host/immortal.h"
 #include "platform/host/timers.h"
 
 #include <charconv>
@@ -188,13 +189,12 @@ void Bus::close(std::uint32_t device)
 
 Bus &TheBus()
 {
+    struct BusOfEnvironment : Bus {
+        BusOfEnvironment() { place(CardsOfEnvironment()); }
+    };
     // Never destroyed: the library closes its cards while the process is ending.
-    static Bus &bus = *[] {
-        auto *made = new Bus;
-        made->place(CardsOfEnvironment());
-        return made;
-    }();
-    return bus;
+    static host::Immortal<BusOfEnvironment> bus;
+    return bus.get();
 }
 
 } // namespace trevik::virtual_card
