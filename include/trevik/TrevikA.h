@@ -18,7 +18,9 @@
  *   TREVIK_ERR_AXIS    axis above 3 (functions with an axis argument)
  *   TREVIK_ERR_HANDLE  no such card, TrevikA_initial not called, or TrevikA_close called
  * Any other number is the Windows error with which the driver refused a register request. A function that sends
- * several requests returns the result of the last one; a refused request does not stop the rest.
+ * several requests returns the result of the last one; a refused request does not stop the rest. Commands, status
+ * words, timers, the card's interrupt mask and the enabling of interrupts report no refusal; a refused status word
+ * counts as 0.
  *
  * THREADS. No function takes a lock. Calls that concern different cards may run at the same time; the application
  * serialises calls that concern the same card, and does not run TrevikA_initial or TrevikA_close beside other
@@ -70,8 +72,9 @@ typedef void(TREVIK_CALL *TrevikA_callback)(uint32_t card);
  * It stays on until the library is unloaded; every other value leaves it off. Result: 0. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_dll_Simu_mode(uint8_t mode);
 
-/* Finds and opens every card of the machine and sets all library state to its start-up values. A card that is
- * already open is closed and opened again.
+/* Finds and opens every card of the machine and sets the library's state to its start-up values, but for the
+ * choice of TrevikA_compare_start_set. A card that is already open is closed and opened again. Prints how many
+ * devices there are, and what fails, to standard output.
  *   TREVIK_ERR_OPEN   no card, or the last card in the driver's list could not be opened
  *   TREVIK_ERR_MODEL  cards were found, none of a supported model */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_initial(void);
@@ -277,7 +280,10 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_LINE4_move(uint8_t card, int32_t pos_0
  *                whole ramp is curved
  *   dir          0: clockwise with axis a to the right and b up; otherwise counter-clockwise
  *   trigger      as in TrevikA_T_position_move
- * Ends are whole pulses and rarely lie on the circle: the next relative move starts from the planned end. Results:
+ * Ends are whole pulses and rarely lie on the circle: the next relative move counts from the planned end. It does
+ * so, too, when the arc was stopped or refused on the way, or the axis was homed, moved by velocity or initialised
+ * after it: then the axis first makes up all that is missing. Before such a move call TrevikA_stop with time 0 or
+ * TrevikA_current_position_set, or make an absolute move. Results:
  *   TREVIK_ERR_PARAM           axis_pair or trigger above its range; a speed too high; a radius of 0; with ramps
  *                              and a radius: the end is the start
  *   TREVIK_ERR_CONTINUOUS_MIX, TREVIK_ERR_BUSY, TREVIK_ERR_QUEUE_FULL   as in the lines
@@ -468,9 +474,11 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_pulser_motion_enable(uint8_t card, uint8
 
 /* ---- Card initialisation ------------------------------------------------------------------------------------ */
 
-/* Puts a card into a known state before it is configured: general-purpose outputs off, configuration registers at
- * their initial values, all axes stopped at once, counters cleared, TTL I/O mode 0, timer 0 at 10000. Result: that
- * of the TTL I/O mode; a request refused before it does not stop the sequence and is not reported. */
+/* Puts a card into a known state before it is configured: points 0 to 3 off, configuration registers at their
+ * initial values (axes may not interrupt), all axes stopped at once, counters cleared, TTL I/O mode 0 (points 4 to
+ * 11 become inputs), timer 0 at 10000. Everything else stays: event selection, enables of pins, backlash mode,
+ * data of limits and comparators, continuous motion, running timers and their mask. Result: that of the TTL I/O
+ * mode; a request refused before it does not stop the sequence and is not reported. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_init_card(uint8_t card);
 
 /* ---- Pulse formats ------------------------------------------------------------------------------------------ */
@@ -569,7 +577,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_config_set(uint8_t card, uint8
 TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_config_read(uint8_t card, uint8_t axis, uint8_t *counter,
                                                               uint8_t *action);
 
-/* The two positions, signed. Read: what the driver refuses is not written. */
+/* The two positions, signed (virtual cards: the upper one first). Set them before the limits are switched on: a
+ * limit acts at once. Read: what the driver refuses is not written. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_data_set(uint8_t card, uint8_t axis, uint32_t first,
                                                            uint32_t second);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_softlimit_data_read(uint8_t card, uint8_t axis, uint32_t *first,
@@ -607,12 +616,13 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_debounce_set(uint8_t card, uint8_t axis,
 TREVIK_API uint32_t TREVIK_CALL TrevikA_debounce_read(uint8_t card, uint8_t axis, uint8_t *value);
 
 /* ---- Configuration file ------------------------------------------------------------------------------------- */
-/* Formats, pins, limits, compensation and comparators of all four axes in a file of 212 bytes, stored as a Windows
- * text stream on every platform (0x0A as 0x0D 0x0A). Neither function looks at the handle; the requests do. */
+/* The configuration registers of all four axes in a file of 212 bytes, stored as a Windows text stream on every
+ * platform (0x0A as 0x0D 0x0A): formats, pins, home mode, TTL mode, handwheel input, axis interrupt masks, limits,
+ * comparators, compensation with its mode and speed. Not in it: the enables of SD, PCS and INP, counters, events,
+ * timers, the AC model. Neither function looks at the handle; the requests do. */
 
 /* Saves. The result is that of the last register read; a register that could not be read is saved with the value of
- * the one before it. A byte 0x1A among the values ends the text for the reader: such a file does not
- * load.
+ * the one before it. A byte 0x1A among the values ends the text for the reader: such a file does not load.
  *   TREVIK_ERR_FILE  it cannot be opened or written; a null pointer */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_config_file_set(uint8_t card, const char *fileName);
 
@@ -632,17 +642,18 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_event_factor_set(uint8_t card, uint8_t a
 TREVIK_API uint32_t TREVIK_CALL TrevikA_event_flag_read(uint8_t card, uint8_t axis, uint32_t *flags);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_error_flag_read(uint8_t card, uint8_t axis, uint32_t *flags);
 
-/* TrevikA_event_factor_set(eventSource); errorSource is only remembered. TREVIK_ERR_HANDLE comes before
- * TREVIK_ERR_AXIS. */
+/* TrevikA_event_factor_set(eventSource); errorSource is only remembered: errors cannot be deselected.
+ * TREVIK_ERR_HANDLE comes before TREVIK_ERR_AXIS. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_source_set(uint8_t card, uint8_t axis, int32_t errorSource,
                                                        int32_t eventSource);
 
-/* Lets a source interrupt (1) or not (0): 0 to 3 an axis, 4 the card's timers.
+/* Lets a source interrupt (1) or not (0): 0 to 3 an axis, 4 the card's timers. TrevikA_init_card switches the axes
+ * off.
  *   TREVIK_ERR_PARAM  value above 1
  *   TREVIK_ERR_AXIS   source above 4 */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_mask_set(uint8_t card, uint8_t source, uint8_t value);
 
-/* The card's mask and status, one bit a source; 0 when the driver refuses. It does not look at the handle.
+/* The sources that may interrupt, one bit each; 0 when the driver refuses. It does not look at the handle.
  *   TREVIK_ERR_MODEL  no such card, or of another model */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_mask_read(uint8_t card, uint8_t *mask);
 
@@ -651,7 +662,8 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_mask_read(uint8_t card, uint8_t *mas
  * the same time. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_enable(uint8_t card);
 
-/* Ends delivery: the callback thread ends at the next interrupt, without a callback, or with TrevikA_close. */
+/* Ends delivery: the callback thread ends at the next interrupt, without a callback, or with TrevikA_close. To go
+ * on after that, link again. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_disable(uint8_t card);
 
 /* Starts a thread of idle priority that calls `callback` with the card number at each interrupt. The callback may
@@ -662,7 +674,9 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_disable(uint8_t card);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_process_link(uint8_t card, TrevikA_callback callback);
 
 /* What the driver has noted of a source: 0 to 3 an axis, with its two bits, the card level above them, and the low
- * bytes of its event and error flags; 4 the card level alone, for which only status is written.
+ * bytes of its event and error flags; 4 the card level alone, for which only status is written. A driver may
+ * forget what it has noted of all sources when it is asked for one; virtual cards do: use this for the timers, and
+ * the flags of each axis for the axes.
  *   TREVIK_ERR_HANDLE  the driver refused; what is written is 0
  *   TREVIK_ERR_AXIS    source above 4 */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_IRQ_status_read(uint8_t card, uint8_t source, uint8_t *status,
@@ -689,8 +703,9 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_data_set(uint8_t card, uint8_t axis,
 TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_data_read(uint8_t card, uint8_t axis, uint32_t *value);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_CMP_flag_read(uint8_t card, uint8_t axis, uint8_t *flag);
 
-/* Makes this axis's position the start trigger of the card's moves that wait for it (trigger 2): counter 0 to 3,
- * condition 0 to 5.
+/* Makes this axis's comparator the start trigger of the moves of the card that are commanded to wait for it
+ * (trigger 2) from now on: counter 0 to 3, condition 0 to 5. The choice outlasts TrevikA_init_card and
+ * TrevikA_initial.
  *   TREVIK_ERR_PARAM  above these ranges */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_compare_start_set(uint8_t card, uint8_t axis, uint8_t counter,
                                                           uint8_t condition);
@@ -707,9 +722,9 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_compare_start_data_read(uint8_t card, ui
 TREVIK_API uint32_t TREVIK_CALL TrevikA_CSTA_trigger(uint8_t card);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_CSTP_trigger(uint8_t card);
 
-/* The card's two timers, timer 0 or 1: the value in units of the card's clock; both start and stop together. For
- * another timer nothing is done, and a read writes nothing. What the driver refuses is not reported and reads as 0.
- * These functions do not look at the handle.
+/* The card's two timers, timer 0 or 1: the value in units of the card's clock (virtual cards: microseconds); both
+ * start and stop together. For another timer nothing is done, and a read writes nothing. What the driver refuses
+ * is not reported and reads as 0. These functions do not look at the handle.
  *   TREVIK_ERR_MODEL  no such card, or of another model */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_timer_set(uint8_t card, uint8_t timer, uint32_t value);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_timer_read(uint8_t card, uint8_t timer, uint32_t *value);

@@ -63,7 +63,7 @@ enum TrevikVirtualOutput {
 TREVIK_API uint32_t TrevikVirtual_cards_set(const char *cards);
 
 /* Reads or sets one of the four counters of an axis as the chip holds it. counter: 1 command position, 2 feedback,
- * 3 deviation, 4 handwheel. */
+ * 3 deviation, 4 handwheel (comparators call them 0 to 3). */
 TREVIK_API uint32_t TrevikVirtual_counter_read(uint8_t card, uint8_t axis, uint8_t counter, int32_t *value);
 TREVIK_API uint32_t TrevikVirtual_counter_set(uint8_t card, uint8_t axis, uint8_t counter, int32_t value);
 
@@ -102,14 +102,14 @@ TREVIK_API uint32_t TrevikVirtual_index_set(uint8_t card, uint8_t axis, int32_t 
  * negative or not finite */
 TREVIK_API uint32_t TrevikVirtual_handwheel_turn(uint8_t card, uint8_t axis, int32_t counts, double seconds);
 
-/* AC cards only, TREVIK_ERR_MODEL (6) otherwise: reads what the analogue output of an axis puts out, -65535 to 65535;
- * sets the word that TrevikAC_encoder_status_read reads, 0 at power-up. */
+/* AC cards only, TREVIK_ERR_MODEL (6) otherwise: reads what the analogue output of an axis puts out, -65535 to
+ * 65535; sets the word that TrevikAC_encoder_status_read reads, 0 at power-up. */
 TREVIK_API uint32_t TrevikVirtual_analog_output_read(uint8_t card, uint8_t axis, int32_t *value);
 TREVIK_API uint32_t TrevikVirtual_encoder_status_set(uint8_t card, uint8_t axis, uint16_t status);
 
-/* Tells how long it takes from now until something happens on the card by itself: an operation ends, a queued one
- * starts, a moving axis comes to a switch, a timer of the card expires. Infinite when nothing will. With the manual clock, TrevikHost_advance of
- * this value gets just there. */
+/* Tells how long it takes from now until something happens on the card by itself: an operation ends, a queued or
+ * waiting one starts, an axis comes to a switch or a limit, a comparator changes, a timer of the card expires.
+ * Infinite when nothing will. With the manual clock, TrevikHost_advance of this value gets just there. */
 TREVIK_API uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds);
 
 /* Makes the card's driver refuse requests: after `skip` more requests, `count` requests are refused with `error`, a
