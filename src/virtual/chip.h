@@ -308,6 +308,7 @@ class Chip
     static bool beyond_limit(const Section &section);
     bool protect(Section &section, Section &leader, const Instant &now);
     void fail(Section &section, Section &leader, Error error, bool slowly, const Instant &now);
+    static bool asks_slow_down(const Section &section);
     bool slow_down_asked(const Section &leader);
     void heed_slow_down(Section &section, Section &leader, bool rising, const Instant &now);
 

@@ -192,27 +192,29 @@ void Chip::fail(Section &section, Section &leader, Error error, bool slowly, con
     }
 }
 
-// True when the slow-down input of an axis of the operation is active and its mode word heeds it.
+// True when the slow-down input of an axis is active and its mode word heeds it.
+bool Chip::asks_slow_down(const Section &section)
+{
+    return (section.seen & Bit(Input::SlowDown)) != 0 && slow_down_enable.get(section.reg(Register::MODE)) != 0;
+}
+
 bool Chip::slow_down_asked(const Section &leader)
 {
     bool asked = false;
-    each(leader.group, [&](unsigned, const Section &section) {
-        asked = asked || ((section.seen & Bit(Input::SlowDown)) != 0 &&
-                          slow_down_enable.get(section.reg(Register::MODE)) != 0);
-    });
+    each(leader.group, [&](unsigned, const Section &section) { asked = asked || asks_slow_down(section); });
     return asked;
 }
 
-// Down to the start speed while the input is active, or to a stop, as the pin is configured.
+// Down to the start speed while the input is active, or to a stop, as the pin is configured: then an operation does
+// not start on it, either.
 void Chip::heed_slow_down(Section &section, Section &leader, bool rising, const Instant &now)
 {
     const std::uint32_t config = section.reg(Register::SIGNAL_CONFIG1);
-    const bool asked = slow_down_asked(leader);
-    if (asked && rising && slow_down_stops.get(config) != 0) {
+    if (asks_slow_down(section) && (rising || now.pulses == 0) && slow_down_stops.get(config) != 0) {
         fail(section, leader, Error::SlowDown, true, now);
         return;
     }
-    const bool slowed = asked || (leader.slowed && slow_down_latched.get(config) != 0);
+    const bool slowed = slow_down_asked(leader) || (leader.slowed && slow_down_latched.get(config) != 0);
     if (slowed == leader.slowed)
         return;
     leader.slowed = slowed;

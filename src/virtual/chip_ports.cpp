@@ -101,7 +101,7 @@ bool Chip::output(unsigned axis, Output output, std::int64_t now_ns)
     case Output::Point2:
         return !high(0);
     case Output::Point3:
-        return !high(comparator_port);
+        return !high(comparator_port) || (section.met & Bit(Compared::Output)) != 0;
     case Output::Port3:
         return switched(3);
     case Output::Port4:

@@ -366,6 +366,9 @@ TEST_CASE_FIXTURE(VirtualMachine, "outputs are switched, and read back where the
     send(0x1C);
     CHECK((reads(TREVIK_VIRTUAL_OUTPUT_PORT4) == 0 && SubStatusOf(1) == quiet));
     CHECK(TrevikVirtual_output_read(0, 1, TREVIK_VIRTUAL_OUTPUT_COUNT, nullptr) == TREVIK_ERR_PARAM);
+    WriteRegister(1, Register::COMPARATOR_DATA, 0xFFFFFFFF); // the counter is above it
+    WriteRegister(1, Register::START_TRIGGER_ENV, 5u << 3);
+    CHECK(reads(TREVIK_VIRTUAL_OUTPUT3) == 1);
     // The drive's deviation is cleared after a stop by a fault, where that is enabled.
     WriteRegister(1, Register::SIGNAL_CONFIG1, 1u << 11);
     Move(1, 1000);

@@ -168,6 +168,12 @@ TEST_CASE_FIXTURE(VirtualMachine, "alarm and slow-down inputs")
     CHECK((idle(0) && at(0) == there && Errors(0) == alarm_error));
     TrevikVirtual_input_set(0, 0, TREVIK_VIRTUAL_ALARM, 0);
 
+    // Slow-down with its stop option: no start on it either.
+    TrevikA_SD_PIN_set(0, 0, 1, 0, 0, 1);
+    TrevikVirtual_input_set(0, 0, TREVIK_VIRTUAL_SLOW_DOWN, 1);
+    CHECK(TrevikA_T_position_move(0, 0, 10, 0, 500, 500, 0, 0, 0) == TREVIK_OK);
+    CHECK((idle(0) && at(0) == there && Errors(0) == slow_down_error));
+
     // Slow from 2000 to 3000, where the mode word heeds it (bit 8).
     struct Row {
         std::uint32_t mode, config;
