@@ -250,7 +250,6 @@ void Chip::write(unsigned axis, std::uint32_t write_code, std::uint32_t value, s
 // What a register does when it is written; most of them count when an operation starts.
 void Chip::written(Section &section, Register reg, std::uint32_t value, std::int64_t now_ns)
 {
-    const Moment now{now_ns, 0};
     switch (reg) {
     case Register::COUNTER1:
     case Register::COUNTER2:
@@ -267,14 +266,14 @@ void Chip::written(Section &section, Register reg, std::uint32_t value, std::int
         break;
     case Register::MODE:
         section.preset_chosen = false;
-        mode_written(section, now);
+        mode_written(section, {now_ns, 0});
         break;
     case Register::DISTANCE:
-        distance_written(section, now);
+        distance_written(section, {now_ns, 0});
         break;
     case Register::MAX_SPEED:
         if (section.kind == Kind::Continuous)
-            retarget(section, now);
+            retarget(section, {now_ns, 0});
         break;
     case Register::EVENT_ENABLE:
         events_chosen(axis_of(section), now_ns);

@@ -112,7 +112,7 @@ void Chip::retarget(Section &section, const Moment &now)
 void Chip::mode_written(Section &section, const Moment &now)
 {
     const std::uint32_t mode = section.reg(Register::MODE);
-    if (KindOf(mode) != section.kind)
+    if (section.state == State::Idle || KindOf(mode) != section.kind)
         return;
     if (section.kind == Kind::Line)
         line_changed(section, now);

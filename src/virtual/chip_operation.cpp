@@ -294,7 +294,8 @@ void Chip::settle_group(Section &leader, const Instant &now)
         section.state = State::Idle;
     });
     // Last: the shares above count from where the leg began.
-    each(leader.group, [&](unsigned, Section &section) { section.arc_done += steps; });
+    if (steps != 0)
+        each(leader.group, [&](unsigned, Section &section) { section.arc_done += steps; });
     leader.due = leader.edge = {};
 }
 
