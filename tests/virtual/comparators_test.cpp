@@ -346,13 +346,11 @@ TEST_CASE_FIXTURE(VirtualMachine, "events come when they happen, only those that
     WriteRegister(0, Register::EVENT_ENABLE, 0x55BF3);
     move();
     const Seen whole = run(0);
-    const std::vector<std::uint32_t> expected = {bits(4), bits(5), bits(6), bits(0, 7)};
+    const Seen expected = {{0, bits(4)}, {1000, bits(5)}, {1500, bits(6)}, {2500, bits(0, 7)}};
     REQUIRE(whole.size() == expected.size());
-    const double times[] = {0, 1000, 1500, 2500};
     for (std::size_t i = 0; i < expected.size(); ++i) {
-        CAPTURE(i);
-        CHECK(whole[i].first == doctest::Approx(times[i]).epsilon(0.02));
-        CHECK(whole[i].second == expected[i]);
+        CHECK(whole[i].first == doctest::Approx(expected[i].first).epsilon(0.02));
+        CHECK(whole[i].second == expected[i].second);
     }
     WriteRegister(0, Register::EVENT_ENABLE, bits(0));
     move();
