@@ -6,60 +6,34 @@
 using namespace trevik;
 using namespace trevik::test;
 
-namespace
-{
-
-std::string OnAxes(const std::string &line)
-{
-    std::string lines;
-    for (const char axis : {'0', '1', '2', '3'})
-        lines += "write  axis " + std::string(1, axis) + "  " + line + "\n";
-    return lines;
-}
-
-std::string Commands(const std::string &command)
-{
-    return "command axes 0x1  " + command + "\ncommand axes 0x2  " + command + "\ncommand axes 0x4  " + command +
-           "\ncommand axes 0x8  " + command + "\n";
-}
-
-// An axis that was moved before is looked at: here it still moves, and is not re-based.
-std::string Stop(char axis, char set, bool moved)
-{
-    const std::string command = std::string("command axes 0x") + set + "  CMD_STOP_IMMEDIATE\n";
-    return moved ? command + "read   axis " + axis + "  main status -> 0x0000\n" : command;
-}
-
-} // namespace
-
 TEST_CASE_FIXTURE(StartedLibrary, "card initialisation")
 {
     for (std::uint32_t axis = 0; axis < 4; ++axis)
         busy(axis);
     driver.reg(1, Register::SIGNAL_CONFIG2) = 0x02205545; // as axes with outputs hold it
     driver.reg(2, Register::SIGNAL_CONFIG2) = 0x02205545;
+    // An axis that was moved before is looked at: here it still moves, and is not re-based.
     const auto expected = [](bool moved) {
-        return Commands("CMD_OUTPUT_OFF") + Commands("CMD_PORT1_HIGH") + Commands("CMD_PORT0_HIGH") +
-               Commands("CMD_PORT7_HIGH") + OnAxes("CORRECTION_SPEED = 256") +
-               OnAxes("SIGNAL_CONFIG1 = 0xB0077007") +
-               R"(write  axis 0  SIGNAL_CONFIG2 = 0x02204005
-write  axis 1  SIGNAL_CONFIG2 = 0x02204005
-write  axis 2  SIGNAL_CONFIG2 = 0x02204005
-write  axis 3  SIGNAL_CONFIG2 = 0x02204145
-)" + OnAxes("HOME_CONFIG = 0x00F02000") +
-               OnAxes("LIMIT_CONFIG = 0x00000000") + OnAxes("START_TRIGGER_ENV = 0x00000000") +
-               OnAxes("MOTION_CONFIG = 0x00000000") + Stop('0', '1', moved) + Stop('1', '2', moved) +
-               Stop('2', '4', moved) + Stop('3', '8', moved) + OnAxes("COUNTER1 = 0") + OnAxes("COUNTER2 = 0") +
-               OnAxes("COUNTER3 = 0") + OnAxes("COUNTER4 = 0") + OnAxes("COUNTER4 = 0") +
-               R"(command axes 0x8  CMD_PORT3_LOW
-command axes 0x8  CMD_PORT4_LOW
-read   axis 1  SIGNAL_CONFIG2 -> 0x02205545
-write  axis 1  SIGNAL_CONFIG2 = 0x02204005
-read   axis 2  SIGNAL_CONFIG2 -> 0x02205545
-write  axis 2  SIGNAL_CONFIG2 = 0x02204005
-write  port 72 = 0x0000
-write  port 70 = 0x2710
-)";
+        std::string log;
+        for (const char *lines :
+             {"command axes 0x@  CMD_OUTPUT_OFF\n", "command axes 0x@  CMD_PORT1_HIGH\n",
+              "command axes 0x@  CMD_PORT0_HIGH\n", "command axes 0x@  CMD_PORT7_HIGH\n",
+              "write  axis #  CORRECTION_SPEED = 256\n", "write  axis #  SIGNAL_CONFIG1 = 0xB0077007\n"})
+            log += EachAxis("0123", lines);
+        log += EachAxis("012", "write  axis #  SIGNAL_CONFIG2 = 0x02204005\n");
+        log += "write  axis 3  SIGNAL_CONFIG2 = 0x02204145\n";
+        for (const char *lines :
+             {"write  axis #  HOME_CONFIG = 0x00F02000\n", "write  axis #  LIMIT_CONFIG = 0x00000000\n",
+              "write  axis #  START_TRIGGER_ENV = 0x00000000\n", "write  axis #  MOTION_CONFIG = 0x00000000\n",
+              moved ? "command axes 0x@  CMD_STOP_IMMEDIATE\nread   axis #  main status -> 0x0000\n"
+                    : "command axes 0x@  CMD_STOP_IMMEDIATE\n",
+              "write  axis #  COUNTER1 = 0\n", "write  axis #  COUNTER2 = 0\n", "write  axis #  COUNTER3 = 0\n",
+              "write  axis #  COUNTER4 = 0\n", "write  axis #  COUNTER4 = 0\n"})
+            log += EachAxis("0123", lines);
+        log += "command axes 0x8  CMD_PORT3_LOW\ncommand axes 0x8  CMD_PORT4_LOW\n";
+        log += EachAxis("12", "read   axis #  SIGNAL_CONFIG2 -> 0x02205545\n"
+                              "write  axis #  SIGNAL_CONFIG2 = 0x02204005\n");
+        return log + "write  port 72 = 0x0000\nwrite  port 70 = 0x2710\n";
     };
     for (const bool moved : {false, true}) {
         CHECK(TrevikA_init_card(0) == TREVIK_OK);

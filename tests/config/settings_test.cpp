@@ -14,6 +14,12 @@ namespace
 
 constexpr std::uint8_t axis = 1;
 
+template <class... P, class... Values>
+std::function<std::uint32_t()> Set(std::uint32_t (*set)(std::uint8_t, std::uint8_t, P...), Values... values)
+{
+    return [=] { return set(0, axis, static_cast<P>(values)...); };
+}
+
 // What a read of the axis gives.
 template <class... Values>
 std::function<std::string()> Back(std::uint32_t (*read)(std::uint8_t, std::uint8_t, Values *...))
@@ -26,7 +32,6 @@ std::function<std::string()> Back(std::uint32_t (*read)(std::uint8_t, std::uint8
 TEST_CASE_FIXTURE(StartedLibrary, "a setting changes its bits and no others, and reads back")
 {
     struct Row {
-        const char *what;
         std::function<std::uint32_t()> set;
         Register reg;
         std::uint32_t mask; // of the bits that the call owns
@@ -34,7 +39,7 @@ TEST_CASE_FIXTURE(StartedLibrary, "a setting changes its bits and no others, and
         std::function<std::string()> read;
         const char *back; // live inputs and enables are 0 but for the one that is set
     };
-    using R = Register;
+    using enum Register;
     const auto out_mode = Back(TrevikA_pulse_outmode_read);
     const auto in_mode = Back(TrevikA_pulse_inmode_read);
     const auto sd = Back(TrevikA_SD_PIN_read);
@@ -44,71 +49,47 @@ TEST_CASE_FIXTURE(StartedLibrary, "a setting changes its bits and no others, and
     const auto limit_on = Back(TrevikA_softlimit_enable_read);
     const auto cmp = Back(TrevikA_CMP_out_read);
     const Row rows[] = {
-        {"output 0", [] { return TrevikA_pulse_outmode_set(0, axis, 0); }, R::SIGNAL_CONFIG1, 7, 0, out_mode, "0 "},
-        {"output 4", [] { return TrevikA_pulse_outmode_set(0, axis, 4); }, R::SIGNAL_CONFIG1, 7, 4, out_mode, "4 "},
-        {"output 5", [] { return TrevikA_pulse_outmode_set(0, axis, 5); }, R::SIGNAL_CONFIG1, 7, 7, out_mode, "5 "},
-        {"output 6", [] { return TrevikA_pulse_outmode_set(0, axis, 6); }, R::SIGNAL_CONFIG1, 7, 5, out_mode, "6 "},
-        {"output 7", [] { return TrevikA_pulse_outmode_set(0, axis, 7); }, R::SIGNAL_CONFIG1, 7, 6, out_mode, "7 "},
-        {"input format", [] { return TrevikA_pulse_inmode_set(0, axis, 2, 0); }, R::SIGNAL_CONFIG2, 0x700000,
-         0x200000, in_mode, "2 0 "},
-        {"input option", [] { return TrevikA_pulse_inmode_set(0, axis, 1, 1); }, R::SIGNAL_CONFIG2, 0x700000,
-         0x500000, in_mode, "1 1 "},
-        {"SD A", [] { return TrevikA_SD_PIN_set(0, axis, 0, 9, 0, 0); }, R::SIGNAL_CONFIG1, 0x70, 0x40, sd,
-         "0 1 0 0 0 "},
-        {"SD B", [] { return TrevikA_SD_PIN_set(0, axis, 7, 0, 9, 0); }, R::SIGNAL_CONFIG1, 0x70, 0x20, sd,
-         "1 0 1 0 0 "},
-        {"SD C", [] { return TrevikA_SD_PIN_set(0, axis, 0, 0, 0, 9); }, R::SIGNAL_CONFIG1, 0x70, 0x10, sd,
-         "0 0 0 1 0 "},
-        {"PCS", [] { return TrevikA_PCS_PIN_set(0, axis, 9, 9); }, R::SIGNAL_CONFIG1, 0x1000000, 0x1000000,
-         Back(TrevikA_PCS_PIN_read), "1 1 0 "},
-        {"INP", [] { return TrevikA_INP_PIN_set(0, axis, 0, 9); }, R::SIGNAL_CONFIG1, 0x400000, 0x400000,
-         Back(TrevikA_INP_PIN_read), "0 1 0 "},
-        {"ERC", [] { return TrevikA_ERC_PIN_set(0, axis, 9, 0, 5, 2); }, R::SIGNAL_CONFIG1, 0x3F800, 0x25800, erc,
-         "1 0 5 2 0 "},
-        {"ERC off", [] { return TrevikA_ERC_PIN_set(0, axis, 0, 9, 2, 1); }, R::SIGNAL_CONFIG1, 0x3F800, 0x1F000,
-         erc, "0 1 7 1 0 "},
-        {"ALM A", [] { return TrevikA_ALM_PIN_set(0, axis, 9, 0); }, R::SIGNAL_CONFIG1, 0x300, 0x200, alm,
-         "1 0 0 "},
-        {"ALM B", [] { return TrevikA_ALM_PIN_set(0, axis, 0, 9); }, R::SIGNAL_CONFIG1, 0x300, 0x100, alm,
-         "0 1 0 "},
-        {"CMP pin", [] { return TrevikA_CMP_PIN_set(0, axis, 2); }, R::SIGNAL_CONFIG2, 0xC000, 0xC000,
-         Back(TrevikA_CMP_PIN_read), "2 1 "},
-        {"EL", [] { return TrevikA_EL_mode_set(0, axis, 1); }, R::SIGNAL_CONFIG1, 8, 8, Back(TrevikA_EL_mode_read),
+        {Set(TrevikA_pulse_outmode_set, 0), SIGNAL_CONFIG1, 7, 0, out_mode, "0 "},
+        {Set(TrevikA_pulse_outmode_set, 4), SIGNAL_CONFIG1, 7, 4, out_mode, "4 "},
+        {Set(TrevikA_pulse_outmode_set, 5), SIGNAL_CONFIG1, 7, 7, out_mode, "5 "},
+        {Set(TrevikA_pulse_outmode_set, 6), SIGNAL_CONFIG1, 7, 5, out_mode, "6 "},
+        {Set(TrevikA_pulse_outmode_set, 7), SIGNAL_CONFIG1, 7, 6, out_mode, "7 "},
+        {Set(TrevikA_pulse_inmode_set, 2, 0), SIGNAL_CONFIG2, 0x700000, 0x200000, in_mode, "2 0 "},
+        {Set(TrevikA_pulse_inmode_set, 1, 1), SIGNAL_CONFIG2, 0x700000, 0x500000, in_mode, "1 1 "},
+        {Set(TrevikA_SD_PIN_set, 0, 9, 0, 0), SIGNAL_CONFIG1, 0x70, 0x40, sd, "0 1 0 0 0 "},
+        {Set(TrevikA_SD_PIN_set, 7, 0, 9, 0), SIGNAL_CONFIG1, 0x70, 0x20, sd, "1 0 1 0 0 "},
+        {Set(TrevikA_SD_PIN_set, 0, 0, 0, 9), SIGNAL_CONFIG1, 0x70, 0x10, sd, "0 0 0 1 0 "},
+        {Set(TrevikA_PCS_PIN_set, 9, 9), SIGNAL_CONFIG1, 0x1000000, 0x1000000, Back(TrevikA_PCS_PIN_read),
+         "1 1 0 "},
+        {Set(TrevikA_INP_PIN_set, 0, 9), SIGNAL_CONFIG1, 0x400000, 0x400000, Back(TrevikA_INP_PIN_read), "0 1 0 "},
+        {Set(TrevikA_ERC_PIN_set, 9, 0, 5, 2), SIGNAL_CONFIG1, 0x3F800, 0x25800, erc, "1 0 5 2 0 "},
+        {Set(TrevikA_ERC_PIN_set, 0, 9, 2, 1), SIGNAL_CONFIG1, 0x3F800, 0x1F000, erc, "0 1 7 1 0 "},
+        {Set(TrevikA_ALM_PIN_set, 9, 0), SIGNAL_CONFIG1, 0x300, 0x200, alm, "1 0 0 "},
+        {Set(TrevikA_ALM_PIN_set, 0, 9), SIGNAL_CONFIG1, 0x300, 0x100, alm, "0 1 0 "},
+        {Set(TrevikA_CMP_PIN_set, 2), SIGNAL_CONFIG2, 0xC000, 0xC000, Back(TrevikA_CMP_PIN_read), "2 1 "},
+        {Set(TrevikA_EL_mode_set, 1), SIGNAL_CONFIG1, 8, 8, Back(TrevikA_EL_mode_read), "1 "},
+        {Set(TrevikA_HOME_PIN_logic_set, 9), SIGNAL_CONFIG1, 0x80, 0x80, Back(TrevikA_HOME_PIN_logic_read), "1 "},
+        {Set(TrevikA_EZ_PIN_logic_set, 9), SIGNAL_CONFIG2, 0x800000, 0x800000, Back(TrevikA_EZ_PIN_logic_read),
          "1 "},
-        {"HOME", [] { return TrevikA_HOME_PIN_logic_set(0, axis, 9); }, R::SIGNAL_CONFIG1, 0x80, 0x80,
-         Back(TrevikA_HOME_PIN_logic_read), "1 "},
-        {"EZ", [] { return TrevikA_EZ_PIN_logic_set(0, axis, 9); }, R::SIGNAL_CONFIG2, 0x800000, 0x800000,
-         Back(TrevikA_EZ_PIN_logic_read), "1 "},
-        {"limits", [] { return TrevikA_softlimit_config_set(0, axis, 1, 2); }, R::LIMIT_CONFIG, 0x7F7F, 0x5959,
-         limit, "1 2 "},
-        {"limits on", [] { return TrevikA_softlimit_enable_set(0, axis, 9); }, R::LIMIT_CONFIG, 0x1C1C, 0x1818,
-         limit_on, "1 "},
-        {"limits off", [] { return TrevikA_softlimit_enable_set(0, axis, 0); }, R::LIMIT_CONFIG, 0x1C1C, 0,
-         limit_on, "0 "},
-        {"vibration", [] { return TrevikA_suppress_vibration_set(0, axis, 0x1234, 0xABCD); }, R::VIBRATION_CONFIG,
-         0xFFFFFFFF, 0xABCD1234, Back(TrevikA_suppress_vibration_read), "4660 43981 "},
-        {"pulser", [] { return TrevikA_pulser_mode_set(0, axis, 2, 1); }, R::SIGNAL_CONFIG2, 0x7000000, 0x6000000,
-         Back(TrevikA_pulser_mode_read), "2 1 "},
-        {"comparator", [] { return TrevikA_CMP_out_set(0, axis, 3, 5, 2); }, R::START_TRIGGER_ENV, 0xFF, 0xAB, cmp,
-         "3 5 2 "},
-        {"comparator", [] { return TrevikA_CMP_out_set(0, axis, 0, 2, 0); }, R::START_TRIGGER_ENV, 0xFF, 0x10, cmp,
-         "0 2 0 "},
-        {"mask", [] { return TrevikA_IRQ_mask_set(0, axis, 1); }, R::SIGNAL_CONFIG1, 0x20000000, 0, {}, ""},
-        {"mask",
-         [] { return TrevikA_IRQ_mask_set(0, axis, 0); },
-         R::SIGNAL_CONFIG1,
-         0x20000000,
-         0x20000000,
-         {},
-         ""},
-        {"position", [] { return TrevikA_CMP_data_set(0, axis, 0xFEDCBA98); }, R::COMPARATOR_DATA, 0xFFFFFFFF,
-         0xFEDCBA98, Back(TrevikA_CMP_data_read), "4275878552 "},
-        {"feedback", [] { return TrevikA_FB_counter_set(0, axis, 0xFEDCBA98); }, R::COUNTER2, 0xFFFFFFFF,
-         0xFEDCBA98, Back(TrevikA_FB_counter_read), "4275878552 "},
+        {Set(TrevikA_softlimit_config_set, 1, 2), LIMIT_CONFIG, 0x7F7F, 0x5959, limit, "1 2 "},
+        {Set(TrevikA_softlimit_enable_set, 9), LIMIT_CONFIG, 0x1C1C, 0x1818, limit_on, "1 "},
+        {Set(TrevikA_softlimit_enable_set, 0), LIMIT_CONFIG, 0x1C1C, 0, limit_on, "0 "},
+        {Set(TrevikA_suppress_vibration_set, 0x1234, 0xABCD), VIBRATION_CONFIG, 0xFFFFFFFF, 0xABCD1234,
+         Back(TrevikA_suppress_vibration_read), "4660 43981 "},
+        {Set(TrevikA_pulser_mode_set, 2, 1), SIGNAL_CONFIG2, 0x7000000, 0x6000000, Back(TrevikA_pulser_mode_read),
+         "2 1 "},
+        {Set(TrevikA_CMP_out_set, 3, 5, 2), START_TRIGGER_ENV, 0xFF, 0xAB, cmp, "3 5 2 "},
+        {Set(TrevikA_CMP_out_set, 0, 2, 0), START_TRIGGER_ENV, 0xFF, 0x10, cmp, "0 2 0 "},
+        {Set(TrevikA_IRQ_mask_set, 1), SIGNAL_CONFIG1, 0x20000000, 0, {}, ""},
+        {Set(TrevikA_IRQ_mask_set, 0), SIGNAL_CONFIG1, 0x20000000, 0x20000000, {}, ""},
+        {Set(TrevikA_CMP_data_set, 0xFEDCBA98), COMPARATOR_DATA, 0xFFFFFFFF, 0xFEDCBA98,
+         Back(TrevikA_CMP_data_read), "4275878552 "},
+        {Set(TrevikA_FB_counter_set, 0xFEDCBA98), COUNTER2, 0xFFFFFFFF, 0xFEDCBA98, Back(TrevikA_FB_counter_read),
+         "4275878552 "},
     };
     driver.remember_writes();
     for (const Row &row : rows) {
-        CAPTURE(row.what);
+        CAPTURE(&row - rows);
         for (const std::uint32_t before : {0u, 0xFFFFFFFFu, 0xA5C3960Fu}) {
             driver.reg(axis, row.reg) = before;
             CHECK(row.set() == TREVIK_OK);
@@ -185,55 +166,38 @@ TEST_CASE_FIXTURE(StartedLibrary, "values out of range are refused before anythi
 
 TEST_CASE_FIXTURE(StartedLibrary, "pins and points read their live bit")
 {
-    enum class Source { Extended, Sub };
-    struct Row {
-        std::function<std::string()> read; // the state comes last
-        Source source;
+    struct Bit {
+        bool extended; // of EXT_STATUS; otherwise of the sub status
         std::uint32_t axis;
         unsigned bit;
         bool inverted;
     };
-    std::vector<Row> rows = {
-        {Back(TrevikA_SD_PIN_read), Source::Extended, axis, 15, false},
-        {Back(TrevikA_PCS_PIN_read), Source::Extended, axis, 8, false},
-        {Back(TrevikA_INP_PIN_read), Source::Extended, axis, 16, false},
-        {Back(TrevikA_ERC_PIN_read), Source::Extended, axis, 9, false},
-        {Back(TrevikA_LTC_PIN_read), Source::Extended, axis, 14, false},
-        {Back(TrevikA_ALM_PIN_read), Source::Sub, axis, 11, false},
-        {Back(TrevikA_CMP_PIN_read), Source::Sub, axis, 7, true},
-    };
-    struct Point {
-        Source source;
-        std::uint32_t axis;
-        unsigned bit;
-        bool inverted;
-    };
-    constexpr auto X = Source::Extended;
-    constexpr auto S = Source::Sub;
-    const Point points[] = {
+    constexpr bool X = true;
+    constexpr bool S = false;
+    constexpr Bit points[] = {
         {X, 1, 15, false}, {X, 1, 8, false},  {X, 1, 16, false}, {S, 1, 11, false}, {S, 1, 2, true},
         {S, 1, 12, false}, {S, 1, 13, false}, {X, 1, 14, false}, {S, 1, 14, false}, {X, 1, 7, false},
         {X, 1, 10, false}, {X, 1, 9, false},  {S, 1, 1, true},   {S, 1, 0, true},   {S, 1, 7, true},
         {X, 1, 5, false},  {X, 1, 6, false},  {S, 1, 3, false},  {S, 1, 4, false},  {S, 1, 5, false},
         {S, 1, 6, false},  {S, 2, 3, false},  {S, 2, 4, false},  {S, 2, 5, false},  {S, 2, 6, false}};
-    for (std::uint8_t number = 0; number < 25; ++number) {
-        const auto read = [number] { return Reading(TrevikA_point_read, 0, axis, number); };
-        rows.push_back(
-            {read, points[number].source, points[number].axis, points[number].bit, points[number].inverted});
-    }
-    for (const Row &row : rows) {
-        CAPTURE(&row - rows.data());
+    // Each read, whose last value is the state. A pin is one of the points.
+    std::vector<std::pair<std::function<std::string()>, Bit>> rows = {
+        {Back(TrevikA_SD_PIN_read), points[0]},  {Back(TrevikA_PCS_PIN_read), points[1]},
+        {Back(TrevikA_INP_PIN_read), points[2]}, {Back(TrevikA_ERC_PIN_read), points[11]},
+        {Back(TrevikA_LTC_PIN_read), points[7]}, {Back(TrevikA_ALM_PIN_read), points[3]},
+        {Back(TrevikA_CMP_PIN_read), points[14]}};
+    for (std::uint8_t number = 0; number < 25; ++number)
+        rows.emplace_back([number] { return Reading(TrevikA_point_read, 0, axis, number); }, points[number]);
+    for (const auto &[read, bit] : rows) {
+        CAPTURE(bit.bit);
         for (const bool on : {false, true}) {
             for (std::uint32_t n = 0; n < 4; ++n) { // the very opposite everywhere else
-                driver.reg(n, StatusRegister::EXT_STATUS) = on ? 0 : 0xFFFFFFFF;
-                driver.port(SubStatusPort(n)) = on ? 0 : 0xFFFF;
+                const std::uint32_t own = n == bit.axis ? 1u << bit.bit : 0;
+                const std::uint32_t others = on ? 0 : 0xFFFFFFFF;
+                driver.reg(n, StatusRegister::EXT_STATUS) = bit.extended ? others ^ own : others;
+                driver.port(SubStatusPort(n)) = static_cast<std::uint16_t>(bit.extended ? others : others ^ own);
             }
-            if (row.source == Source::Extended)
-                driver.reg(row.axis, StatusRegister::EXT_STATUS) ^= 1u << row.bit;
-            else
-                driver.port(SubStatusPort(row.axis)) =
-                    static_cast<std::uint16_t>(driver.port(SubStatusPort(row.axis)) ^ 1u << row.bit);
-            CHECK(row.read().ends_with(on != row.inverted ? "1 " : "0 "));
+            CHECK(read().ends_with(on != bit.inverted ? "1 " : "0 "));
         }
     }
     // The two words are read for any point, one more for those of the card.

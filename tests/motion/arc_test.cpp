@@ -11,33 +11,25 @@ TEST_CASE_FIXTURE(StartedLibrary, "a ramped arc: half a circle, on the comparato
     // 10000 / 1.11107 + 0.5 pulses/s at m = 1965: 58986; 500: 2953; rate trunc(1966080 / (56033 * 4)) - 1.
     driver.reg(0, Register::MOTION_CONFIG) = 0xFFFFFFFF;
     CHECK(TrevikA_T_ARC_center_move(0, 0, 1000, 0, 2000, 0, relative, 500, 10000, 100, 0, 2) == TREVIK_OK);
-    CHECK(driver.log() == R"(read   axis 0  main status -> 0x0008
-read   axis 1  main status -> 0x0008
-read   axis 0  MOTION_CONFIG -> 0xFFFFFFFF
+    const auto profile = R"(write  axis #  START_SPEED = 2953
+write  axis #  MAX_SPEED = 58986
+write  axis #  ACCEL_RATE = 7
+write  axis #  DECEL_RATE = 7
+write  axis #  MULTIPLIER = 1965
+write  axis #  MODE = 0x09080064
+)";
+    CHECK(driver.log() == EachAxis("01", "read   axis #  main status -> 0x0008\n") +
+                              R"(read   axis 0  MOTION_CONFIG -> 0xFFFFFFFF
 write  axis 0  MOTION_CONFIG = 0xFFFFCFFF
 read   axis 1  MOTION_CONFIG -> 0x00000000
 write  axis 1  MOTION_CONFIG = 0x00000000
-read   axis 0  START_TRIGGER_ENV -> 0x00000000
-write  axis 0  START_TRIGGER_ENV = 0x00000000
-read   axis 1  START_TRIGGER_ENV -> 0x00000000
-write  axis 1  START_TRIGGER_ENV = 0x00000000
-write  axis 0  DISTANCE = 2000
-write  axis 0  START_SPEED = 2953
-write  axis 0  MAX_SPEED = 58986
-write  axis 0  ACCEL_RATE = 7
-write  axis 0  DECEL_RATE = 7
-write  axis 0  MULTIPLIER = 1965
-write  axis 0  MODE = 0x09080064
-write  axis 0  CENTER = 1000
+)" + EachAxis("01", R"(read   axis #  START_TRIGGER_ENV -> 0x00000000
+write  axis #  START_TRIGGER_ENV = 0x00000000
+)") + "write  axis 0  DISTANCE = 2000\n" +
+                              EachAxis("0", profile) + R"(write  axis 0  CENTER = 1000
 write  axis 0  ARC_STEPS = 2830
 write  axis 1  DISTANCE = 0
-write  axis 1  START_SPEED = 2953
-write  axis 1  MAX_SPEED = 58986
-write  axis 1  ACCEL_RATE = 7
-write  axis 1  DECEL_RATE = 7
-write  axis 1  MULTIPLIER = 1965
-write  axis 1  MODE = 0x09080064
-write  axis 1  CENTER = 0
+)" + EachAxis("1", profile) + R"(write  axis 1  CENTER = 0
 write  axis 1  ARC_STEPS = 2830
 command axes 0x3  CMD_START_ACC_DEC
 )");
@@ -54,13 +46,10 @@ TEST_CASE_FIXTURE(StartedLibrary, "a constant-speed arc, absolute, queued, the o
     }
     // trunc(4000 / 1.11107 + 0.5) = 3600 pulses/s; m = 4095 from 4000.
     CHECK(TrevikA_ARC_center_move(0, 4, 1100, 100, 1100, -900, 1, 4000, 5) == TREVIK_OK);
-    CHECK(driver.log() == R"(read   axis 1  main status -> 0x0008
-read   axis 3  main status -> 0x0008
-read   axis 1  MOTION_CONFIG -> 0x00000000
-write  axis 1  MOTION_CONFIG = 0x00000000
-read   axis 3  MOTION_CONFIG -> 0x00000000
-write  axis 3  MOTION_CONFIG = 0x00000000
-write  axis 1  PRESET_DISTANCE = 1000
+    CHECK(driver.log() == EachAxis("13", "read   axis #  main status -> 0x0008\n") +
+                              EachAxis("13", R"(read   axis #  MOTION_CONFIG -> 0x00000000
+write  axis #  MOTION_CONFIG = 0x00000000
+)") + R"(write  axis 1  PRESET_DISTANCE = 1000
 write  axis 1  PRESET_START_SPEED = 49152
 write  axis 1  PRESET_MAX_SPEED = 49152
 write  axis 1  PRESET_MULTIPLIER = 4095
@@ -226,28 +215,22 @@ TEST_CASE_FIXTURE(StartedLibrary, "a running line takes a new end and new speeds
         shadow(static_cast<std::uint8_t>(axis)).LastTarget = axis == 0 ? 10000 : 0;
     }
     driver.forget();
+    const auto profile = R"(write  axis #  MULTIPLIER = 1965
+write  axis #  MAX_SPEED = 64809
+write  axis #  START_SPEED = 3241
+write  axis #  ACCEL_RATE = 6
+write  axis #  DECEL_RATE = 30
+write  axis #  RAMPDOWN_POINT = 2016
+write  axis #  MODE = 0x01002061
+)";
     CHECK(Trevik_OnLine_T_curve_change_LINE2(0, 1, 20000, 3000, 1, 500, 10000, 0.1, 0.4) == TREVIK_OK);
     CHECK(driver.log() == R"(read   axis 0  main status -> 0x0000
 read   axis 2  main status -> 0x0000
 read   axis 0  DISTANCE -> 10000
 read   axis 2  DISTANCE -> 0
 write  axis 0  DISTANCE = 20000
-write  axis 0  MULTIPLIER = 1965
-write  axis 0  MAX_SPEED = 64809
-write  axis 0  START_SPEED = 3241
-write  axis 0  ACCEL_RATE = 6
-write  axis 0  DECEL_RATE = 30
-write  axis 0  RAMPDOWN_POINT = 2016
-write  axis 0  MODE = 0x01002061
-write  axis 2  DISTANCE = 3000
-write  axis 2  MULTIPLIER = 1965
-write  axis 2  MAX_SPEED = 64809
-write  axis 2  START_SPEED = 3241
-write  axis 2  ACCEL_RATE = 6
-write  axis 2  DECEL_RATE = 30
-write  axis 2  RAMPDOWN_POINT = 2016
-write  axis 2  MODE = 0x01002061
-)");
+)" + EachAxis("0", profile) + "write  axis 2  DISTANCE = 3000\n" +
+                              EachAxis("2", profile));
     driver.reg(0, Register::DISTANCE) = 20000;
     driver.reg(2, Register::DISTANCE) = 3000;
     CHECK(Trevik_OnLine_T_curve_change_LINE2(0, 1, 5000, 0, 0, 500, 10000, 0.3, 0.4) == TREVIK_OK);

@@ -12,32 +12,21 @@ TEST_CASE_FIXTURE(StartedLibrary, "a 2-axis line runs its longest axis at its sh
     for (const std::uint8_t axis : {std::uint8_t{1}, std::uint8_t{3}})
         shadow(axis).LastTarget = 1000;
     CHECK(TrevikA_T_LINE2_move(0, 4, 4000, -4000, flags, 500, 10000, 100, 100, 2) == TREVIK_OK);
-    CHECK(driver.log() == R"(read   axis 1  main status -> 0x0008
-read   axis 3  main status -> 0x0008
-read   axis 1  START_TRIGGER_ENV -> 0x00000000
-write  axis 1  START_TRIGGER_ENV = 0x00000000
-read   axis 3  START_TRIGGER_ENV -> 0x00000000
-write  axis 3  START_TRIGGER_ENV = 0x00000000
-write  axis 1  DISTANCE = 3000
-write  axis 1  START_SPEED = 2622
-write  axis 1  MAX_SPEED = 52427
-write  axis 1  ACCEL_RATE = 8
-write  axis 1  DECEL_RATE = 8
-write  axis 1  MULTIPLIER = 1965
-write  axis 1  RAMPDOWN_POINT = 0
-write  axis 1  MODE = 0x01080061
-write  axis 3  DISTANCE = -4000
-write  axis 3  START_SPEED = 2622
-write  axis 3  MAX_SPEED = 52427
-write  axis 3  ACCEL_RATE = 8
-write  axis 3  DECEL_RATE = 8
-write  axis 3  MULTIPLIER = 1965
-write  axis 3  RAMPDOWN_POINT = 0
-write  axis 3  MODE = 0x01080061
-write  axis 1  CORRECTION_SPEED = 6553
-write  axis 3  CORRECTION_SPEED = 6553
-command axes 0xA  CMD_START_ACC_DEC
-)");
+    const auto profile = R"(write  axis #  START_SPEED = 2622
+write  axis #  MAX_SPEED = 52427
+write  axis #  ACCEL_RATE = 8
+write  axis #  DECEL_RATE = 8
+write  axis #  MULTIPLIER = 1965
+write  axis #  RAMPDOWN_POINT = 0
+write  axis #  MODE = 0x01080061
+)";
+    CHECK(driver.log() == EachAxis("13", "read   axis #  main status -> 0x0008\n") +
+                              EachAxis("13", R"(read   axis #  START_TRIGGER_ENV -> 0x00000000
+write  axis #  START_TRIGGER_ENV = 0x00000000
+)") + "write  axis 1  DISTANCE = 3000\n" +
+                              EachAxis("1", profile) + "write  axis 3  DISTANCE = -4000\n" +
+                              EachAxis("3", profile) + EachAxis("13", "write  axis #  CORRECTION_SPEED = 6553\n") +
+                              "command axes 0xA  CMD_START_ACC_DEC\n");
 }
 
 TEST_CASE_FIXTURE(StartedLibrary, "the first axis alone decides whether a line is short")

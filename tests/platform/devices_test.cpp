@@ -65,7 +65,7 @@ TEST_SUITE("host devices")
         CHECK(os::GetLastError() == os::ErrorInvalidParameter);
     }
 
-    TEST_CASE("handles that are none are refused")
+    TEST_CASE("a full table opens no more, and handles that are none are refused")
     {
         RecordingDriver driver;
         os::HANDLE stale = Open();
@@ -75,6 +75,9 @@ TEST_SUITE("host devices")
         os::HANDLE event = os::CreateEventA(nullptr, 0, 0, nullptr);
         while (host::OpenHandleCount() < host::handle_capacity) // every slot is used again
             REQUIRE(Open() != stale);
+        CHECK(Open() == os::InvalidHandle()); // no handle for it: it is closed at the driver
+        CHECK(os::GetLastError() == os::ErrorTooManyOpenFiles);
+        CHECK(driver.closed() == 2);
         const auto high = reinterpret_cast<os::HANDLE>(~(~std::uintptr_t{0} >> 1) | 4u); // NOLINT
         for (os::HANDLE handle : {stale, closed_event, os::HANDLE{}, os::InvalidHandle(), high})
             CheckRefused(handle);
@@ -82,16 +85,6 @@ TEST_SUITE("host devices")
         CHECK(os::GetLastError() == os::ErrorInvalidHandle);
         os::CloseHandle(event);
         CHECK(driver.requests() == 0);
-    }
-
-    TEST_CASE("a full table closes at the driver what it cannot give a handle")
-    {
-        RecordingDriver driver;
-        while (host::OpenHandleCount() < host::handle_capacity)
-            Open();
-        CHECK(Open() == os::InvalidHandle());
-        CHECK(os::GetLastError() == os::ErrorTooManyOpenFiles);
-        CHECK(driver.closed() == 1);
     }
 
     TEST_CASE("another driver in place closes the devices of the one before")

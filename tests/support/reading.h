@@ -1,5 +1,9 @@
-// A read-back as text: its result, unless that is 0, and all its out-values, each with a space after it.
+// Read-backs as text: the result, unless that is 0, and all out-values, each with a space after it; and as a value.
 #pragma once
+
+#include <trevik/TrevikA.h>
+
+#include <doctest/doctest.h>
 
 #include <cstdint>
 #include <string>
@@ -31,6 +35,20 @@ std::string Reading(std::uint32_t (*read)(std::uint8_t, P...), int card, S... se
 {
     return ReadingOf(std::index_sequence_for<S...>(), std::make_index_sequence<sizeof...(P) - sizeof...(S)>(), read,
                      card, selectors...);
+}
+
+// What read(arguments..., out) gives out.
+template <class... P, class... A>
+auto Value(std::uint32_t (*read)(P...), A... arguments)
+{
+    using All = std::tuple<P...>;
+    std::remove_pointer_t<std::tuple_element_t<sizeof...(A), All>> value{};
+    const auto call = [&]<std::size_t... I>(std::index_sequence<I...>)
+    {
+        return read(static_cast<std::tuple_element_t<I, All>>(arguments)..., &value);
+    };
+    CHECK(call(std::index_sequence_for<A...>()) == TREVIK_OK);
+    return value;
 }
 
 } // namespace trevik::test

@@ -9,6 +9,9 @@
 
 #include <doctest/doctest.h>
 
+#include <string>
+#include <string_view>
+
 namespace trevik::test
 {
 
@@ -22,6 +25,16 @@ inline constexpr std::uint8_t relative[4] = {0, 0, 0, 0};
 inline bool Has(const std::string &log, const std::string &lines)
 {
     return log.find(lines) != std::string::npos;
+}
+
+// The lines once for each axis of a list, with its number for every '#' and its bit of an axis set for every '@'.
+inline std::string EachAxis(std::string_view axes, std::string_view lines)
+{
+    std::string text;
+    for (const char axis : axes)
+        for (const char c : lines)
+            text += c == '#' ? axis : c == '@' ? "1248"[axis - '0'] : c;
+    return text;
 }
 
 struct StartedLibrary {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/captured_output.h"
+#include "support/reading.h"
 
 #include "api/card_manager.h"
 #include "driver/registers.h"
@@ -98,33 +99,19 @@ class VirtualMachine
     VirtualMachine(const VirtualMachine &) = delete;
     VirtualMachine &operator=(const VirtualMachine &) = delete;
 
-    static bool idle(std::uint8_t axis, std::uint8_t card = 0) { return status(axis, 0, card); }
-    static bool queued(std::uint8_t axis, std::uint8_t card = 0) { return status(axis, 1, card); }
+    static bool idle(std::uint8_t axis, std::uint8_t card = 0)
+    {
+        return Value(TrevikA_motion_status_read, card, axis, 0) != 0;
+    }
+    static bool queued(std::uint8_t axis) { return Value(TrevikA_motion_status_read, 0, axis, 1) != 0; }
     static std::int32_t at(std::uint8_t axis, std::uint8_t card = 0)
     {
-        std::uint32_t position = 0;
-        CHECK(TrevikA_current_position_read(card, axis, &position) == TREVIK_OK);
-        return static_cast<std::int32_t>(position);
+        return static_cast<std::int32_t>(Value(TrevikA_current_position_read, card, axis));
     }
     // Where the machine stands, whatever the command counter says.
-    static std::int32_t stands(std::uint8_t axis)
-    {
-        std::int32_t position = 0;
-        CHECK(TrevikVirtual_position_read(0, axis, &position) == TREVIK_OK);
-        return position;
-    }
-    static double speed(std::uint8_t axis)
-    {
-        double pps = 0;
-        CHECK(TrevikVirtual_speed_read(0, axis, &pps) == TREVIK_OK);
-        return pps;
-    }
-    static double next_event(std::uint8_t card = 0)
-    {
-        double seconds = 0;
-        CHECK(TrevikVirtual_next_event_read(card, &seconds) == TREVIK_OK);
-        return seconds;
-    }
+    static std::int32_t stands(std::uint8_t axis) { return Value(TrevikVirtual_position_read, 0, axis); }
+    static double speed(std::uint8_t axis) { return Value(TrevikVirtual_speed_read, 0, axis); }
+    static double next_event() { return Value(TrevikVirtual_next_event_read, 0); }
     // Runs until nothing is left to happen; the time that took.
     static double run_out()
     {
@@ -134,14 +121,6 @@ class VirtualMachine
             total += seconds;
         }
         return total;
-    }
-
-  private:
-    static bool status(std::uint8_t axis, std::uint8_t kind, std::uint8_t card)
-    {
-        std::uint8_t flag = 0;
-        CHECK(TrevikA_motion_status_read(card, axis, kind, &flag) == TREVIK_OK);
-        return flag != 0;
     }
 };
 

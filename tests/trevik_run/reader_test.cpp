@@ -17,10 +17,11 @@ Program Read(std::string_view text)
     return ReadProgram(text, {});
 }
 
+// Of the whole part: read and checked.
 PartError ErrorOf(std::string_view text)
 {
     try {
-        Read(text);
+        const Part part(text, {}, {});
     } catch (const PartError &error) {
         return error;
     }
@@ -71,6 +72,12 @@ TEST_CASE("reader: where each kind of move ends")
             CHECK(program.moves[i].target == c.targets[i]);
         }
     }
+}
+
+TEST_CASE("reader: lines with a slash are left out on demand")
+{
+    CHECK(ReadProgram("/G0 X1\nG0 X2", {.block_delete = true, .start = {}, .arc_tolerance_mm = 0}).moves.size() ==
+          1);
 }
 
 TEST_CASE("reader: feeds in inches, and of the turning axis alone")
@@ -125,13 +132,6 @@ TEST_CASE("reader: every form of an arc")
     CHECK(
         ReadProgram("F1 G2 X20 I10.2", {.block_delete = false, .start = {}, .arc_tolerance_mm = 0.5}).arcs.size() ==
         1);
-}
-
-TEST_CASE("reader: lines with a slash are executed unless they are to be deleted")
-{
-    CHECK(Read("/G0 X1\nG0 X2").moves.size() == 2);
-    CHECK(ReadProgram("/G0 X1\nG0 X2", {.block_delete = true, .start = {}, .arc_tolerance_mm = 0}).moves.size() ==
-          1);
 }
 
 TEST_CASE("reader: every error names line, column and word")
@@ -202,6 +202,13 @@ TEST_CASE("reader: every error names line, column and word")
         {"G0 (open\nX1", 1, 4, "(open", "not closed"},
         {"G0 (a (b) X1", 1, 7, "(", "within a comment"},
         {"G4 P500000", 1, 4, "P500000", "seconds"},
+        {"\xEF\xBB\xBF/N5 G0 Y1 X99999999", 1, 11, "X99999999", "beyond the card's 32 bits"},
+        {"G1 X1 F600\n\n X5000000\n\tY3 x -5000000", 4, 5, "x -5000000", "make two moves of it"},
+        {"G0 X1\nX5368709.13", 2, 1, "X5368709.13", "the target"}, // of 400 pulses/mm
+        {"F600\nG2 X1 R5368710", 2, 1, "G2", "the circle of this arc"},
+        {"G1 F1000 X1\nF983026 X2", 2, 1, "F983026", "lower the feed"}, // 6,553,500 pulses/s and a few
+        {"G1 X1 F0.001\nY1", 1, 7, "F0.001", "raise the feed"},
+        {"F600 G1 X1\nF9999999\n(on) Y2 X3", 3, 6, "Y2", "lower the feed"}, // the feed stands on another line
     };
     for (const Case &c : cases) {
         CAPTURE(std::string(c.text));
@@ -212,34 +219,8 @@ TEST_CASE("reader: every error names line, column and word")
         CAPTURE(error.what);
         CHECK(error.what.find(c.what) != std::string::npos);
     }
+    for (const char *most : {"G0 X1\nX5368709.11", "G1 F983025 X1"})
+        CHECK(ErrorOf(most).line == 0);
     CHECK(ErrorOf("\nG2 X1").Message("a.ngc").rfind("a.ngc:2:1: G2: an arc", 0) == 0);
     CHECK(ErrorOf("X1 \x1b[m").Message("a.ngc").rfind("a.ngc:1:4: \\x1B: a word", 0) == 0);
-}
-
-TEST_CASE("reader: errors of a whole part name column and word too")
-{
-    struct Case {
-        const char *text;
-        std::uint32_t line;
-        std::uint32_t column;
-        const char *word;
-    };
-    const Case cases[] = {
-        {"\xEF\xBB\xBF/N5 G0 Y1 X99999999", 1, 11, "X99999999"},
-        {"G1 X1 F600\n\n X5000000\n\tY3 x -5000000", 4, 5, "x -5000000"}, // too far in one move
-        {"G1 X1 F9999999", 1, 7, "F9999999"},
-        {"G1 X1 F0.001\nY1", 1, 7, "F0.001"},
-        {"F600 G1 X1\nF9999999\n(on) Y2 X3", 3, 6, "Y2"}, // the feed stands on another line
-    };
-    for (const Case &c : cases) {
-        CAPTURE(std::string(c.text));
-        try {
-            const Part part(c.text, {}, {});
-            FAIL_CHECK("no error");
-        } catch (const PartError &error) {
-            CHECK(error.line == c.line);
-            CHECK(error.column == c.column);
-            CHECK(error.word == std::string(c.word));
-        }
-    }
 }

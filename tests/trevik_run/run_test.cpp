@@ -58,6 +58,17 @@ void FreshCard()
     SetInterrupted(false);
 }
 
+// Of a run on a fresh card, to its exact end.
+Report Ran(const std::string &text, const Options &options = QuietOptions())
+{
+    FreshCard();
+    Report report;
+    REQUIRE(RunPart(text, options, report) == RunEnd::completed);
+    CHECK(report.position == report.programmed);
+    CHECK(report.segments_done == report.segments);
+    return report;
+}
+
 // A ring of short lines, with Z and A along where asked for.
 std::string Ring(bool four_axes)
 {
@@ -105,15 +116,11 @@ TEST_CASE("run: parts stay within a pulse of the programmed path and end exactly
         for (const bool s_curve : {false, true}) {
             CAPTURE(std::string(c.name));
             CAPTURE(s_curve);
-            FreshCard();
             Options options = QuietOptions();
             options.card = 3;
             options.machine.s_curve = s_curve;
             options.sample_ms = 0.2;
-            Report report;
-            REQUIRE(RunPart(c.text, options, report) == RunEnd::completed);
-            CHECK(report.position == report.programmed);
-            CHECK(report.segments_done == report.segments);
+            const Report report = Ran(c.text, options);
             CHECK(report.deviation.LargestPulses() <= 1);
             CHECK(report.deviation.LargestPulses() > 0.1); // it was measured
             CHECK(report.machine_s > c.least_s);
@@ -141,15 +148,11 @@ TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the progr
     };
     for (const Case &c : cases) {
         CAPTURE(std::string(c.name));
-        FreshCard();
         Options options = QuietOptions();
         options.machine.pulses_per_unit[0] = c.pulses_per_mm_x;
         options.machine.pulses_per_unit[1] = c.pulses_per_mm_x == 333 ? 400 : c.pulses_per_mm_x;
         options.sample_ms = 0.2;
-        Report report;
-        REQUIRE(RunPart(c.text, options, report) == RunEnd::completed);
-        CHECK(report.position == report.programmed);
-        CHECK(report.segments_done == report.segments);
+        const Report report = Ran(c.text, options);
         CHECK(report.deviation.LargestPulses() <= 1);
         CHECK(report.deviation.LargestPulses() > 0.5); // it was measured
     }
@@ -158,31 +161,19 @@ TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the progr
 TEST_CASE("run: a helix turns axis 3 unless A is to be kept")
 {
     for (const bool keep_a : {false, true}) {
-        FreshCard();
         Options options = QuietOptions();
         options.machine.keep_a = keep_a;
-        Report report;
-        REQUIRE(RunPart("F1200 G2 I5 Z-1", options, report) == RunEnd::completed);
-        CHECK(report.position == report.programmed);
+        Ran("F1200 G2 I5 Z-1", options);
         std::int32_t a_pulses = -1;
         REQUIRE(TrevikVirtual_position_read(0, 3, &a_pulses) == TREVIK_OK);
         CHECK((a_pulses == 0) == keep_a);
     }
 }
 
-TEST_CASE("run: an arc between lines along the axes takes the time of its feed")
+TEST_CASE("run: an arc takes the time of its feed; a second run starts where the first one ended")
 {
-    FreshCard();
-    Report report;
-    REQUIRE(RunPart("F600 G1 X20\nG3 X40 Y20 J20\nG1 Y40", QuietOptions(), report) == RunEnd::completed);
-    CHECK(report.machine_s == doctest::Approx(7.14).epsilon(0.02)); // 71.4 mm at 10 mm/s
-}
-
-TEST_CASE("run: a second run starts where the first one ended")
-{
-    FreshCard();
-    Report report;
-    REQUIRE(RunPart("G91 G0 X1.5", QuietOptions(), report) == RunEnd::completed);
+    CHECK(Ran("F600 G1 X20\nG3 X40 Y20 J20\nG1 Y40").machine_s == doctest::Approx(7.14).epsilon(0.02)); // 71.4 mm
+    Report report = Ran("G91 G0 X1.5");
     REQUIRE(RunPart("G91 G0 X1.5 Y-2", QuietOptions(), report) == RunEnd::completed);
     CHECK(report.position == Pulses{1200, -800, 0, 0});
     CHECK(report.position == report.programmed);

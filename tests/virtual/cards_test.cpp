@@ -25,19 +25,16 @@ TEST_CASE("lists of cards")
 TEST_CASE("cards are found by number and model, and are gone when others take their place")
 {
     VirtualMachine machine("3:AC,12:A");
-    std::uint8_t model = 9;
-    std::uint16_t word = 0;
-    CHECK((TrevikA_info(3, &model, &word) == TREVIK_OK && model == 1));
-    CHECK((TrevikA_info(12, &model, &word) == TREVIK_OK && model == 0));
-    CHECK((TrevikAC_index_write(3, 2, 7, 0xBEEF) == TREVIK_OK && TrevikAC_index_read(3, 2, 7, &word) == TREVIK_OK));
-    CHECK(word == 0xBEEF);
+    CHECK(Reading(TrevikA_info, 3).starts_with("1 "));
+    CHECK(Reading(TrevikA_info, 12).starts_with("0 "));
+    CHECK(TrevikAC_index_write(3, 2, 7, 0xBEEF) == TREVIK_OK);
+    CHECK(Value(TrevikAC_index_read, 3, 2, 7) == 0xBEEF);
 
     CHECK(TrevikVirtual_cards_set("3:AC") == TREVIK_OK);
     std::uint32_t position = 0;
     CHECK(TrevikA_current_position_read(3, 0, &position) == 1167);
     CHECK(Quietly(TrevikA_initial) == TREVIK_OK);
-    CHECK(TrevikAC_index_read(3, 2, 7, &word) == TREVIK_OK);
-    CHECK(word == 0);
+    CHECK(Value(TrevikAC_index_read, 3, 2, 7) == 0);
     CHECK(TrevikVirtual_cards_set("") == TREVIK_OK);
     CHECK(Quietly(TrevikA_initial) == TREVIK_ERR_OPEN);
 }
@@ -52,12 +49,11 @@ TEST_CASE_FIXTURE(VirtualMachine, "the machine around a card")
     CHECK(TrevikVirtual_position_set(0, 1, 0) == TREVIK_ERR_BUSY);
     CHECK(TrevikVirtual_counter_set(0, 1, 1, 0) == TREVIK_OK); // the counter may be set while it counts
     run_out();
-    std::int32_t pulses = 0;
-    CHECK((TrevikVirtual_position_read(0, 1, &pulses) == TREVIK_OK && pulses == 1500));
+    CHECK(stands(1) == 1500);
     CHECK(at(1) == doctest::Approx(500).epsilon(0.01));
     for (std::uint8_t counter = 2; counter <= 4; ++counter) {
         CHECK(TrevikVirtual_counter_set(0, 2, counter, -counter) == TREVIK_OK);
-        CHECK((TrevikVirtual_counter_read(0, 2, counter, &pulses) == TREVIK_OK && pulses == -counter));
+        CHECK(Value(TrevikVirtual_counter_read, 0, 2, counter) == -counter);
     }
 
     // Each input moves its own bit of the status words.
@@ -82,9 +78,8 @@ TEST_CASE_FIXTURE(VirtualMachine, "the machine around a card")
     const auto quiet = words();
     for (const Row &row : rows) {
         CAPTURE(row.input);
-        std::uint8_t active = 0;
         CHECK(TrevikVirtual_input_set(0, 3, row.input, 1) == TREVIK_OK);
-        CHECK((TrevikVirtual_input_read(0, 3, row.input, &active) == TREVIK_OK && active == 1));
+        CHECK(Value(TrevikVirtual_input_read, 0, 3, row.input) == 1);
         CHECK((words()[row.extended] ^ quiet[row.extended]) == 1u << row.bit);
         CHECK(words()[!row.extended] == quiet[!row.extended]);
         TrevikVirtual_input_set(0, 3, row.input, 0);
@@ -104,10 +99,9 @@ TEST_CASE_FIXTURE(VirtualMachine, "arguments out of range, and requests refused 
     CHECK(TrevikVirtual_input_set(0, 0, 0, 2) == TREVIK_ERR_PARAM);
     CHECK(TrevikVirtual_refuse(0, 0, 1, 0) == TREVIK_ERR_PARAM);
 
-    std::uint32_t position = 0;
     CHECK(TrevikVirtual_refuse(0, 1, 2, 31) == TREVIK_OK);
-    for (const std::uint32_t result : {0u, 31u, 31u, 0u})
-        CHECK(TrevikA_current_position_read(0, 0, &position) == result);
+    for (const char *read : {"0 ", "result 31 77 ", "result 31 77 ", "0 "})
+        CHECK(Reading(TrevikA_current_position_read, 0, 0) == read);
 
     // Requests that no library sends: refused, and nothing happens.
     const auto card = virtual_card::TheBus().hold(0);
@@ -122,24 +116,14 @@ TEST_CASE_FIXTURE(VirtualMachine, "arguments out of range, and requests refused 
     CHECK(returned == 0);
 }
 
-TEST_CASE("requests in words")
+TEST_CASE("requests in words, of what has no name")
 {
     RequestBuffer<32> in;
-    RequestBuffer<32> out;
-    const auto describe = [&](ControlCode code, std::uint32_t error) {
-        return DescribeRequest({static_cast<std::uint32_t>(code), in.data(), 32, out.data(), 32, error});
-    };
-    in.put(0, 2u).put(4, 0xE3u);
-    out.put(0, 0xFFFFFFFFu);
-    CHECK(describe(ControlCode::IOCTL_REG_READ, 5) == "read   axis 2  COUNTER1 -> 0  refused: 5");
-    in.put(4, 0xBBu).put(8, 7u);
-    CHECK(describe(ControlCode::IOCTL_REG_WRITE, 0) == "write  axis 2  register 0xBB = 7");
+    in.put(0, 2u).put(4, 0xBBu).put(8, 7u);
+    CHECK(DescribeRequest({0x22209C, in.data(), 32, nullptr, 0, 5}) ==
+          "write  axis 2  register 0xBB = 7  refused: 5");
     in.put(8, 0u).put(20, std::uint16_t{0x0212});
-    CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "command axes 0x2  0x12");
-    in.put(8, 78u);
-    CHECK(describe(ControlCode::IOCTL_PORT_WRITE, 0) == "write  port 78 = 0x0212");
-    CHECK(std::string(RegisterName(0xF5)) == "CURRENT_SPEED");
-    CHECK(std::string(RegisterName(0xFC)) == "ARC_STEPS");
+    CHECK(DescribeRequest({0x222088, in.data(), 32, nullptr, 0, 0}) == "command axes 0x2  0x12");
 }
 
 TEST_SUITE("concurrent")

@@ -21,11 +21,13 @@ std::uint32_t SubStatusOf(unsigned axis)
 {
     return OnChip([=](auto &chip, auto now_ns) { return chip.sub_status(axis, now_ns); });
 }
+std::uint32_t Errors(unsigned axis)
+{
+    return ReadStatus(axis, StatusRegister::ERROR_FLAGS);
+}
 std::int32_t Counter(std::uint8_t axis, std::uint8_t counter)
 {
-    std::int32_t value = 0;
-    CHECK(TrevikVirtual_counter_read(0, axis, counter, &value) == TREVIK_OK);
-    return value;
+    return Value(TrevikVirtual_counter_read, 0, axis, counter);
 }
 void ScaleEncoder(unsigned axis, std::int32_t counts, std::int32_t pulses)
 {
@@ -70,64 +72,110 @@ TEST_CASE_FIXTURE(VirtualMachine, "the encoder counts the machine's way, counter
     }
 }
 
-TEST_CASE_FIXTURE(VirtualMachine, "software limits stop what goes farther out, on the first pulse beyond")
+namespace
 {
-    for (const std::uint32_t counter : {0u, 1u}) {
-        for (const std::uint32_t action : {0u, 1u, 2u}) {
-            for (const int side : {1, -1}) {
+
+// Limits of axis 1 on both sides, and the line or move into one of them.
+struct Limits {
+    unsigned counter; // that software limits compare; 0: switches instead
+    unsigned action;  // 0: none, 1: at once, 2: slowly
+    int side;
+    bool line;
+    // The encoder, where that is compared, counts backwards, 2 for each pulse.
+    int way = counter == 2 ? -side : side;
+    std::int32_t outside = counter == 0 ? 3333 : counter == 1 ? 4001 : 2001; // the first pulse, as a size
+    std::uint32_t status = counter == 0 ? 0 : side > 0 ? 0x100 : 0x200;
+    std::uint32_t error = counter == 0 ? side > 0 ? 1u << 5 : 1u << 6 : status >> 8;
+
+    void set_up() const
+    {
+        TrevikA_continuous_flag_set(0, 0, action != 0);
+        TrevikA_continuous_flag_set(0, 1, action != 0);
+        if (counter == 0) {
+            WriteRegister(1, Register::SIGNAL_CONFIG1, action == 2 ? 1u << 3 : 0);
+            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_PLUS_LIMIT, outside, INT32_MAX);
+            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_MINUS_LIMIT, INT32_MIN, -outside);
+            return;
+        }
+        ScaleEncoder(1, counter == 2 ? -2 : 1, 1);
+        const std::uint32_t compared = counter - 1;
+        WriteRegister(1, Register::LIMIT_CONFIG,
+                      soft_limits_on | compared | compared << 8 | action << 5 | action << 13);
+        WriteRegister(1, Register::SOFTLIMIT1, 4000);
+        WriteRegister(1, Register::SOFTLIMIT2, Unsigned(-4000));
+    }
+    // Queued behind one that still runs.
+    void go(std::int32_t pulses, std::uint32_t up_ms = 50) const
+    {
+        CHECK(
+            (line ? TrevikA_T_LINE2_move(0, 0, std::abs(pulses) * 8 / 5, pulses, relative, 500, 20000, up_ms, 50, 0)
+                  : TrevikA_T_position_move(0, 1, Unsigned(pulses), 0, 500, 20000, up_ms, 50, 0)) == TREVIK_OK);
+    }
+    bool stopped(std::int32_t size) const
+    {
+        return VirtualMachine::stands(1) == way * size && VirtualMachine::idle(0) && VirtualMachine::idle(1) &&
+               Errors(1) == (action == 0 ? 0 : error) && Errors(0) == 0 && (MainStatusOf(1) & 0x300) == status;
+    }
+    bool inside(std::int32_t size) const
+    {
+        return VirtualMachine::stands(1) == way * size && Errors(1) == 0 && (MainStatusOf(1) & 0x300) == 0;
+    }
+};
+
+void GoBeyond(const Limits &limits)
+{
+    const VirtualMachine machine;
+    limits.set_up();
+    limits.go(limits.way * (limits.outside - 1));
+    machine.run_out();
+    CHECK(limits.inside(limits.outside - 1));
+    limits.go(-limits.way * (limits.outside - 1));
+    machine.run_out();
+    const std::int32_t begin = machine.stands(0);
+    const std::int32_t distance = limits.outside + 2999;
+    limits.go(limits.way * distance);
+    if (limits.action != 0)
+        limits.go(-limits.way * 5000); // dropped with the first one
+    machine.run_out();
+    const std::int32_t size = std::abs(machine.stands(1));
+    CHECK(limits.stopped(size));
+    CHECK((limits.action == 0   ? size == distance
+           : limits.action == 1 ? size == limits.outside
+                                : size > limits.outside + 50 && size < limits.outside + 1000));
+    if (limits.line)
+        CHECK(std::abs(machine.stands(0) - begin - size * 8 / 5.0) <= 1);
+    if (limits.action == 0)
+        return;
+    // Farther out: not a pulse, from full speed neither. Back: freely. Homing heeds no counter.
+    limits.go(limits.way * 10, 0);
+    CHECK(limits.stopped(size));
+    limits.go(-limits.way * (size - 5));
+    machine.run_out();
+    CHECK(limits.inside(5));
+    if (limits.counter == 0)
+        return;
+    TrevikA_continuous_flag_set(0, 1, 0);
+    TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_HOME, limits.way * 6000 - 500, limits.way * 6000 + 500);
+    CHECK(TrevikA_home_start(0, 1, 500, 5000, 0, limits.way < 0) == TREVIK_OK);
+    machine.run_out();
+    CHECK((machine.stands(1) == limits.way * 5500 && Errors(1) == 0));
+}
+
+} // namespace
+
+TEST_CASE("limits stop what goes farther out, on the first pulse beyond, and nothing else")
+{
+    for (const unsigned counter : {0u, 1u, 2u})
+        for (const unsigned action : {0u, 1u, 2u})
+            for (const int side : {1, -1})
                 for (const bool line : {false, true}) {
                     CAPTURE(counter);
                     CAPTURE(action);
                     CAPTURE(side);
                     CAPTURE(line);
-                    const VirtualMachine machine;
-                    // The encoder, where that is compared, counts backwards, 2 for each pulse, and stands at 0.
-                    ScaleEncoder(1, counter == 1 ? -2 : 1, 1);
-                    const int scale = counter == 1 ? -2 : 1;
-                    const int way = side * (counter == 1 ? -1 : 1); // of the axis
-                    WriteRegister(1, Register::LIMIT_CONFIG,
-                                  soft_limits_on | counter | counter << 8 | action << 5 | action << 13);
-                    WriteRegister(1, Register::SOFTLIMIT1, 4000);
-                    WriteRegister(1, Register::SOFTLIMIT2, Unsigned(-4000));
-                    const std::int32_t last_inside = 4000 / std::abs(scale);
-                    const unsigned flag = side > 0 ? 8 : 9;
-                    const auto go = [&](std::int32_t pulses) {
-                        if (line)
-                            CHECK(TrevikA_T_LINE2_move(0, 0, 16000, pulses, relative, 500, 20000, 50, 50, 0) == 0);
-                        else
-                            Move(1, pulses);
-                        run_out();
-                    };
-                    const auto errors = [] { return ReadStatus(1, StatusRegister::ERROR_FLAGS); };
-                    go(way * last_inside);
-                    CHECK((stands(1) == way * last_inside && errors() == 0 && (MainStatusOf(1) & 0x300) == 0));
-                    go(-way * last_inside);
-                    go(way * (last_inside + 3000));
-                    const std::int32_t size = std::abs(stands(1));
-                    CHECK((MainStatusOf(1) & 0x300) == 1u << flag);
-                    if (action == 0)
-                        CHECK((size == last_inside + 3000 && errors() == 0));
-                    else
-                        CHECK(errors() == 1u << (flag - 8));
-                    if (action == 1)
-                        CHECK(size == last_inside + 1);
-                    if (action == 2)
-                        CHECK((size > last_inside + 50 && size < last_inside + 1000));
-                    if (action == 0)
-                        continue;
-                    // Farther out: not a pulse. Back: freely. Homing looks for its end wherever that is.
-                    go(way * 10);
-                    CHECK((std::abs(stands(1)) == size && errors() == 1u << (flag - 8)));
-                    go(-way * (size - 5));
-                    CHECK((stands(1) == way * 5 && errors() == 0 && (MainStatusOf(1) & 0x300) == 0));
-                    TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_HOME, way * 6000 - 500, way * 6000 + 500);
-                    CHECK(TrevikA_home_start(0, 1, 500, 5000, 0, way < 0) == TREVIK_OK);
-                    run_out();
-                    CHECK((stands(1) == way * 5500 && errors() == 0));
+                    if (counter != 0 || action != 0) // switches always stop
+                        GoBeyond({counter, action, side, line});
                 }
-            }
-        }
-    }
 }
 
 TEST_CASE_FIXTURE(VirtualMachine, "an axis of a circle stays inside its software limits")
@@ -149,7 +197,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "an axis of a circle stays inside its software
               TREVIK_OK);
         run_out();
         CHECK(stands(1) == row.end);
-        CHECK(ReadStatus(1, StatusRegister::ERROR_FLAGS) == 1);
+        CHECK(Errors(1) == 1);
     }
 }
 
@@ -194,34 +242,47 @@ TEST_CASE_FIXTURE(VirtualMachine, "comparator output stops its axis when it beco
         Move(0, 10000);
         run_out();
         CHECK((action == 1 ? stands(0) == 5000 : stands(0) > 5100 && stands(0) < 6000));
-        CHECK(ReadStatus(0, StatusRegister::ERROR_FLAGS) == 1u << 4);
+        CHECK(Errors(0) == 1u << 4);
         Move(0, 7);
         run_out();
-        CHECK(ReadStatus(0, StatusRegister::ERROR_FLAGS) == 0);
+        CHECK(Errors(0) == 0);
         CHECK((action == 2 || stands(0) == 5007));
     }
 }
 
-TEST_CASE_FIXTURE(VirtualMachine, "a compare start watches any counter")
+TEST_CASE("a compare start watches any counter, and starts on the exact pulse")
 {
-    for (std::uint32_t counter = 1; counter <= 4; ++counter) {
-        CAPTURE(counter);
+    struct Row {
+        std::uint32_t counter, condition; // against 2500
+        std::int32_t distance;            // of axis 0, at 1000 pulses/s
+        bool line;                        // axis 0 is the shorter axis of a line
+        double start_s;                   // infinite: never
+    };
+    const double never = HUGE_VAL;
+    for (const Row &row : {Row{1, 1, 5000, false, 2.5}, Row{1, 2, 5000, true, 2.5}, Row{1, 3, 5000, false, never},
+                           Row{1, 3, -5000, false, never}, Row{1, 5, 5000, false, 2.501}, Row{1, 4, 5000, false, 0},
+                           Row{1, 1, 2000, false, never}, Row{1, 0, 5000, false, never},
+                           Row{2, 2, 5000, false, 2.5}, Row{3, 2, 5000, false, 2.5}, Row{4, 2, 0, false, 2.5}}) {
+        CAPTURE(row.counter);
+        CAPTURE(row.condition);
+        CAPTURE(row.distance);
         const VirtualMachine machine;
-        CHECK(TrevikVirtual_position_set(0, 0, 0) == TREVIK_OK);
-        ScaleEncoder(0, counter == 3 ? 0 : 1, 1);
-        WriteRegister(0, Register::LIMIT_CONFIG, (counter - 1) << 16 | 2u << 18);
+        ScaleEncoder(0, row.counter == 3 ? 0 : 1, 1);
+        WriteRegister(0, Register::LIMIT_CONFIG, (row.counter - 1) << 16 | row.condition << 18);
         WriteRegister(0, Register::COMPARE_START_DATA, 2500);
-        CHECK(TrevikA_T_position_move(0, 1, 1000, 0, 1000, 1000, 0, 0, 2) == TREVIK_OK);
-        if (counter == 4)
-            TrevikVirtual_handwheel_turn(0, 0, 10000, 1);
+        CHECK(TrevikA_T_position_move(0, 1, 5000, 0, 1000, 1000, 0, 0, 2) == TREVIK_OK);
+        if (row.counter == 4)
+            TrevikVirtual_handwheel_turn(0, 0, 5000, 5);
+        else if (row.line)
+            CHECK(TrevikA_T_LINE3_move(0, 2, row.distance, 10000, 10000, relative, 3000, 3000, 0, 0, 0) ==
+                  TREVIK_OK);
         else
-            CHECK(TrevikA_T_position_move(0, 0, 10000, 0, 10000, 10000, 0, 0, 0) == TREVIK_OK);
-        TrevikHost_advance(0.249);
-        CHECK((!idle(1) && stands(1) == 0));
-        TrevikHost_advance(0.501); // started at 0.25 s, to the nanosecond
-        CHECK(stands(1) == 500);
-        if (counter != 4)
-            CHECK(next_event() == doctest::Approx(0.25).epsilon(1e-4)); // axis 0 ends
+            CHECK(TrevikA_T_position_move(0, 0, Unsigned(row.distance), 0, 1000, 1000, 0, 0, 0) == TREVIK_OK);
+        const double start_s = std::min(row.start_s, 100.0);
+        TrevikHost_advance(start_s);
+        CHECK((!machine.idle(1) && machine.at(1) == 0));
+        TrevikHost_advance(0.5);
+        CHECK(machine.at(1) == (row.start_s < never ? 500 : 0));
     }
 }
 
@@ -285,13 +346,11 @@ TEST_CASE_FIXTURE(VirtualMachine, "events come when they happen, only those that
     WriteRegister(0, Register::EVENT_ENABLE, 0x55BF3);
     move();
     const Seen whole = run(0);
-    const std::vector<std::uint32_t> expected = {bits(4), bits(5), bits(6), bits(0, 7)};
+    const Seen expected = {{0, bits(4)}, {1000, bits(5)}, {1500, bits(6)}, {2500, bits(0, 7)}};
     REQUIRE(whole.size() == expected.size());
-    const double times[] = {0, 1000, 1500, 2500};
     for (std::size_t i = 0; i < expected.size(); ++i) {
-        CAPTURE(i);
-        CHECK(whole[i].first == doctest::Approx(times[i]).epsilon(0.02));
-        CHECK(whole[i].second == expected[i]);
+        CHECK(whole[i].first == doctest::Approx(expected[i].first).epsilon(0.02));
+        CHECK(whole[i].second == expected[i].second);
     }
     WriteRegister(0, Register::EVENT_ENABLE, bits(0));
     move();
@@ -328,11 +387,11 @@ TEST_CASE_FIXTURE(VirtualMachine, "events come when they happen, only those that
     TrevikHost_advance(0.01);
     SendCommand(0xF, Command::CMD_CSTP_PULSE);
     CHECK((idle(0) && ReadStatus(0, StatusRegister::EVENT_FLAGS) == 0));
-    CHECK(ReadStatus(0, StatusRegister::ERROR_FLAGS) == 1u << 8);
-    CHECK(ReadStatus(1, StatusRegister::ERROR_FLAGS) == 0); // it did not move
+    CHECK(Errors(0) == 1u << 8);
+    CHECK(Errors(1) == 0); // it did not move
     Move(0, -5000);
     SendCommand(0xF, Command::CMD_EMERGENCY_STOP);
-    CHECK(ReadStatus(0, StatusRegister::ERROR_FLAGS) == 1u << 9);
+    CHECK(Errors(0) == 1u << 9);
 }
 
 TEST_CASE_FIXTURE(VirtualMachine, "outputs are switched, and read back where they can be")
@@ -346,11 +405,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "outputs are switched, and read back where the
                         {TREVIK_VIRTUAL_OUTPUT2, 0x10, 0x18, 0},      {TREVIK_VIRTUAL_OUTPUT3, 0x17, 0x1F, 7},
                         {TREVIK_VIRTUAL_OUTPUT_PORT3, 0x1B, 0x13, 3}, {TREVIK_VIRTUAL_OUTPUT_PORT5, 0x1D, 0x15, 5}};
     const auto send = [](unsigned code) { SendCommand(1u << 1, static_cast<Command>(code)); };
-    const auto reads = [](std::uint8_t output) {
-        std::uint8_t on = 9;
-        CHECK(TrevikVirtual_output_read(0, 1, output, &on) == TREVIK_OK);
-        return on;
-    };
+    const auto reads = [](std::uint8_t output) { return Value(TrevikVirtual_output_read, 0, 1, output); };
     const std::uint32_t quiet = SubStatusOf(1);
     for (const Row &row : rows) {
         CAPTURE(row.output);

@@ -48,12 +48,6 @@ std::uint32_t Read(unsigned card, std::uint32_t port)
     return GetField<std::uint16_t>(Request<32>(card, ControlCode::IOCTL_PORT_READ, in.put(8, port)).data(), 20);
 }
 
-void SetTimer(unsigned card, unsigned timer, std::uint32_t period_us)
-{
-    Write(card, 72 + 4 * timer, period_us >> 16);
-    Write(card, 70 + 4 * timer, period_us & 0xFFFF);
-}
-
 // The snapshot as text: "card 3 kinds 12 events 0 1 0 0 errors 0 0 0 0", numbers in hexadecimal.
 std::string Snapshot(unsigned card = 0)
 {
@@ -145,13 +139,13 @@ TEST_CASE_FIXTURE(VirtualMachine, "timers expire at each of their periods, in on
     const Waiting waiting;
     Watch watch{waiting, {}};
     Write(0, 78, 1);
-    SetTimer(0, 0, 1500);
+    TrevikA_timer_set(0, 0, 1500);
     CHECK(watch.over(0.006) == "------"); // it stands
     Write(0, 68, 1);
     CHECK(next_event() == doctest::Approx(0.0015).epsilon(1e-9));
     CHECK(watch.over(0.009) == "-xx-xx-xx"); // at 1.5, 3, 4.5, ... ms
-    SetTimer(0, 1, 0x10000);                 // 65.536 ms
-    SetTimer(0, 0, 0);
+    TrevikA_timer_set(0, 1, 0x10000);        // 65.536 ms
+    TrevikA_timer_set(0, 0, 0);
     CHECK(Snapshot() == "card 1 axes 0 events 0 0 0 0 errors 0 0 0 0");
     TrevikHost_advance(0.065535);
     CHECK(Snapshot() == nothing);
@@ -160,8 +154,8 @@ TEST_CASE_FIXTURE(VirtualMachine, "timers expire at each of their periods, in on
     CHECK((Read(0, 76) == 1 && Read(0, 74) == 0 && Read(0, 68) == 1));
 
     // The high half counts with the low half; a start begins both periods anew.
-    SetTimer(0, 0, 2000);
-    SetTimer(0, 1, 3000);
+    TrevikA_timer_set(0, 0, 2000);
+    TrevikA_timer_set(0, 1, 3000);
     TrevikHost_advance(0.001);
     Write(0, 72, 1);
     Write(0, 68, 1);
@@ -175,8 +169,8 @@ TEST_CASE_FIXTURE(VirtualMachine, "timers expire at each of their periods, in on
 
     // A timer of a microsecond costs no more, however late the card is looked at.
     waiting.enable(false);
-    SetTimer(0, 0, 1);
-    SetTimer(0, 1, 0);
+    TrevikA_timer_set(0, 0, 1);
+    TrevikA_timer_set(0, 1, 0);
     Write(0, 68, 1);
     TrevikHost_advance(1e6);
     CHECK(Snapshot() == "card 1 axes 0 events 0 0 0 0 errors 0 0 0 0");
@@ -189,18 +183,15 @@ TEST_CASE_FIXTURE(VirtualMachine, "masked sources neither interrupt nor enter th
     for (unsigned axis = 0; axis < 4; ++axis)
         WriteRegister(axis, Register::EVENT_ENABLE, move_ended);
     CHECK(TrevikVirtual_input_set(0, 3, TREVIK_VIRTUAL_PLUS_LIMIT, 1) == TREVIK_OK);
-    SetTimer(0, 0, 700);
+    TrevikA_timer_set(0, 0, 700);
     Write(0, 68, 1);
-    RequestBuffer<32> in;
-    in.put(0, 1u).put(4, 0x9Cu).put(8, 1u << 29); // SIGNAL_CONFIG1 of axis 1
-    Request<16>(0, ControlCode::IOCTL_REG_WRITE, in);
+    TrevikA_IRQ_mask_set(0, 1, 0);
     CHECK(Read(0, port_state) == 0x00D);
 
     Move(0, 1);
     TrevikHost_advance(0.01);
     CHECK_FALSE(waiting.signalled());
-    in.put(8, 0u);
-    Request<16>(0, ControlCode::IOCTL_REG_WRITE, in);
+    TrevikA_IRQ_mask_set(0, 1, 1);
     Write(0, 78, 1);
     CHECK(Read(0, port_state) == 0x01F);
     CHECK_FALSE(waiting.signalled()); // what is past stays past
@@ -231,7 +222,7 @@ TEST_CASE("two cards interrupt apart, and a link ends in each of its ways")
     const Waiting second(1);
     for (const unsigned card : {0u, 1u}) {
         Write(card, 78, 1);
-        SetTimer(card, 0, 2000 + 1000 * card);
+        TrevikA_timer_set(static_cast<std::uint8_t>(card), 0, 2000 + 1000 * card);
         Write(card, 68, 1);
     }
     Watch one{first, {}};

@@ -116,46 +116,6 @@ TEST_CASE_FIXTURE(VirtualMachine, "a search finds home from the asked side, wher
     CHECK((stands(0) == -500 && Errors(0) == minus_error && Errors(0) == 0));
 }
 
-TEST_CASE_FIXTURE(VirtualMachine, "end limits stop what moves into them, and nothing else")
-{
-    struct Row {
-        std::uint32_t config;  // SIGNAL_CONFIG1: bit 3 slows down
-        std::int32_t distance; // of axis 1
-        std::uint32_t error;
-    };
-    for (const Row row : {Row{0, 5000, plus_error}, Row{0, -5000, minus_error}, Row{1u << 3, 5000, plus_error}}) {
-        for (const bool line : {false, true}) {
-            CAPTURE(row.distance);
-            CAPTURE(line);
-            const VirtualMachine machine;
-            WriteRegister(1, Register::SIGNAL_CONFIG1, row.config);
-            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_PLUS_LIMIT, 3333, INT32_MAX);
-            TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_MINUS_LIMIT, INT32_MIN, -3333);
-            const auto go = [&](std::int32_t distance, std::uint32_t up_ms = 50) {
-                return line ? TrevikA_T_LINE2_move(0, 0, 8000, distance, relative, 500, 20000, up_ms, 50, 0)
-                            : TrevikA_T_position_move(0, 1, Unsigned(distance), 0, 500, 20000, up_ms, 50, 0);
-            };
-            TrevikA_continuous_flag_set(0, 0, 1);
-            TrevikA_continuous_flag_set(0, 1, 1);
-            CHECK(go(row.distance) == TREVIK_OK);
-            CHECK(go(-row.distance) == TREVIK_OK); // dropped with the first one
-            run_out();
-            const std::int32_t size = std::abs(stands(1));
-            CHECK((row.config == 0 ? size == 3333 : size > 3500 && size < 4200));
-            if (line)
-                CHECK(std::abs(stands(0) - size * 8 / 5.0) <= 1);
-            CHECK((idle(0) && idle(1) && Errors(1) == row.error && Errors(0) == 0));
-            // Farther in: not a pulse. Out: freely.
-            const std::int32_t there = stands(1);
-            CHECK(go(row.distance, 0) == TREVIK_OK); // from its full speed
-            CHECK((idle(1) && stands(1) == there && Errors(1) == row.error));
-            CHECK(go(-row.distance) == TREVIK_OK);
-            run_out();
-            CHECK((stands(1) == there - row.distance && Errors(1) == 0));
-        }
-    }
-}
-
 TEST_CASE_FIXTURE(VirtualMachine, "alarm and slow-down inputs")
 {
     // Alarm by hand: at once, and no start while it is on.
@@ -230,8 +190,8 @@ TEST_CASE("an axis follows the handwheel")
     CHECK(TrevikVirtual_handwheel_turn(0, 0, 500, 1) == TREVIK_OK); // 10 a tick
     TrevikHost_advance(0.5);
     CHECK(machine.speed(1) == doctest::Approx(1500).epsilon(0.001));
-    std::int32_t counts = 0;
-    CHECK((TrevikVirtual_counter_read(0, 0, 4, &counts) == TREVIK_OK && counts == 250));
+    const auto turned = [] { return Value(TrevikVirtual_counter_read, 0, 0, 4); };
+    CHECK(turned() == 250);
     TrevikHost_advance(1);
     CHECK((at() == 1500 && machine.idle(1)));
     // For an hour; back and forth, faster and slower; what is left of an earlier turn is dropped.
@@ -244,8 +204,8 @@ TEST_CASE("an axis follows the handwheel")
     TrevikHost_advance(0.3);
     TrevikVirtual_handwheel_turn(0, 0, -7, 0);
     TrevikHost_advance(5);
-    CHECK((TrevikVirtual_counter_read(0, 0, 4, &counts) == TREVIK_OK && counts == 1'800'500 - 1000 + 400 - 7));
-    CHECK((at() == counts * 3 && machine.idle(1)));
+    CHECK(turned() == 1'800'500 - 1000 + 400 - 7);
+    CHECK((at() == turned() * 3 && machine.idle(1)));
 }
 
 namespace
@@ -320,11 +280,8 @@ std::vector<double> RandomLife(unsigned seed, int steps)
             for (const auto status :
                  {StatusRegister::REMAINING, StatusRegister::EVENT_FLAGS, StatusRegister::LATCH_DATA})
                 seen.push_back(ReadStatus(axis, status));
-            for (std::uint8_t counter = 2; counter <= 4; ++counter) {
-                std::int32_t value = 0;
-                TrevikVirtual_counter_read(0, axis, counter, &value);
-                seen.push_back(value);
-            }
+            for (std::uint8_t counter = 2; counter <= 4; ++counter)
+                seen.push_back(Value(TrevikVirtual_counter_read, 0, axis, counter));
         }
     }
     return seen;
