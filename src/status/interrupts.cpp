@@ -27,10 +27,15 @@ os::HANDLE OpenIrqEvent(std::uint8_t card_number)
     return event != nullptr ? event : os::CreateEventA(nullptr, 0, 0, name.data());
 }
 
+// True when the card was disabled after this link and linked again since.
+bool Superseded(const CallbackThread &thread)
+{
+    return thread.number < thread.card->Link.ended_below;
+}
+
 bool ToldToEnd(const CallbackThread &thread)
 {
-    const CardState &card = *thread.card;
-    return card.IrqIdle == 1 || thread.number < card.Link.ended_below;
+    return thread.card->IrqIdle == 1 || Superseded(thread);
 }
 
 // Waits for the driver. False: the thread has to end, also when its wait fails for good. Whoever wakes by a signal
@@ -38,7 +43,7 @@ bool ToldToEnd(const CallbackThread &thread)
 bool NextInterrupt(const CallbackThread &thread)
 {
     const CallbackLink &link = thread.card->Link;
-    for (;;) {
+    while (!Superseded(thread)) {
         const os::HANDLE event = link.LinkEvent;
         const os::DWORD wait = os::WaitForSingleObject(event, os::Infinite);
         if (wait != os::WaitObject0 && wait != os::WaitTimeout)
@@ -52,6 +57,7 @@ bool NextInterrupt(const CallbackThread &thread)
         if (!replaced)
             return true;
     }
+    return false;
 }
 
 // Unless an older thread may wait on it: then it is left to the card's next link.
