@@ -298,9 +298,9 @@ TEST_CASE_FIXTURE(VirtualMachine, "latched is the pulse on which the input came,
         TrevikHost_advance(10);
         CHECK(latched(0) == expected);
     }
-    CHECK(TrevikVirtual_position_set(0, 0, 0) == TREVIK_OK);
-    WriteRegister(0, Register::START_TRIGGER_ENV, 1u << 15); // off
-    Move(0, 1300);
+    CHECK(TrevikVirtual_position_set(0, 0, 3000) == TREVIK_OK);
+    WriteRegister(0, Register::START_TRIGGER_ENV, 1u << 15); // off: 2000 is not latched on the way back
+    Move(0, -2500);
     run_out();
     CHECK(latched(0) == 3 * 1234);
     WriteRegister(0, Register::START_TRIGGER_ENV, 0);
