@@ -64,7 +64,6 @@ Result TimerStop(const Card &card)
 
 Result TCSet(const Card &card, std::uint8_t item, std::uint32_t value)
 {
-    constexpr std::uint8_t card_level = 4;
     if (!card.supported())
         return Result::Model;
     switch (item) {
@@ -74,7 +73,7 @@ Result TCSet(const Card &card, std::uint8_t item, std::uint32_t value)
     case 2:
         return TimerSet(card, static_cast<std::uint8_t>(item - 1), value);
     case 3:
-        return card.state().DriverHandle.open() ? IRQMaskSet(card, card_level, value) : Result::Handle;
+        return card.state().DriverHandle.open() ? IRQMaskSet(card, card_level_source, value) : Result::Handle;
     default:
         return Result::Ok;
     }

@@ -7,7 +7,6 @@ namespace
 
 constexpr std::uint32_t selectable_events = 0x55BF3;
 constexpr std::uint32_t selectable_errors = 0x3F7F3;
-constexpr std::uint8_t card_level = 4;
 
 Result SelectEvents(const Axis &axis, std::int32_t events)
 {
@@ -46,7 +45,7 @@ Result IRQMaskSet(const Card &card, std::uint8_t source, std::uint32_t value)
         return Result::Param;
     if (source < axis_count)
         return Modify(card.axis(source), signal_config1::interrupts_masked.to(1 - value));
-    if (source != card_level)
+    if (source != card_level_source)
         return Result::Axis;
     return card.write(Port::InterruptMask, static_cast<std::uint16_t>(value));
 }
@@ -70,7 +69,7 @@ Result IRQStatusRead(const Card &card, std::uint8_t source, std::uint8_t *status
         return Result::Param;
     InterruptSnapshot snapshot;
     const Result result = IrqStatusRequest(card.state().DriverHandle.get(), snapshot);
-    if (source == card_level) {
+    if (source == card_level_source) {
         *status = static_cast<std::uint8_t>(snapshot.card_level());
         return result;
     }

@@ -9,6 +9,9 @@
 namespace trevik
 {
 
+// Interrupt sources are the axes, 0 to 3, and the card's own level.
+inline constexpr std::uint8_t card_level_source = 4;
+
 // Selects the events that the chip reports; what is no event is dropped.
 Result EventFactorSet(const Axis &axis, std::int32_t factor);
 
