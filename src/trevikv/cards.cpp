@@ -315,6 +315,7 @@ std::uint32_t OpenCard(unsigned place, std::uint32_t &opening)
 {
     Slot &slot = slots[place];
     const Guard guard(slot);
+    opening = no_opening;
     if (!slot.present)
         return error_device_not_connected;
     if (slot.opened)
@@ -342,6 +343,8 @@ std::uint32_t ControlCard(unsigned place, std::uint32_t opening, CardRequest &re
     Slot &slot = slots[place];
     const Guard guard(slot);
     returned = 0;
+    if (opening == no_opening)
+        return error_sharing_violation;
     if (!IsOpen(slot, opening))
         return error_device_not_connected;
     const std::int64_t now_ns = Now(slot);

@@ -21,6 +21,9 @@ void Vacate(unsigned place);
 bool HasCard(unsigned place);
 unsigned PlacesOccupied();
 
+// Wine lets a program go on with a file whose opening was refused: its requests meet the same refusal.
+inline constexpr std::uint32_t no_opening = 0;
+
 // The opening of a card, which is exclusive: 0, or a Windows error number.
 std::uint32_t OpenCard(unsigned place, std::uint32_t &opening);
 void CloseCard(unsigned place, std::uint32_t opening);

@@ -123,7 +123,7 @@ NTSTATUS EventOf(ULONG code, const void *in, ULONG in_size, void *&event)
     return status;
 }
 
-// The opening of a card by a file, for as long as it has not been closed; kept where no opening is 0.
+// The opening of a card by a file, as long as it has not been closed.
 std::uint32_t OpeningOf(const FILE_OBJECT *file)
 {
     return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(file->FsContext));
@@ -142,12 +142,14 @@ NTSTATUS Control(unsigned place, std::uint32_t opening, CardRequest &request, st
     return StatusOf(ControlCard(place, opening, request, returned));
 }
 
-// Input and reply share the system's buffer: the input is set aside, and the reply's bytes that nobody names are 0.
+// Input and reply share the system's buffer, for requests of the buffered method, which all of the card's are: the input is set aside, and the reply's bytes that nobody names are 0.
 NTSTATUS Answer(unsigned place, IRP *irp, std::uint32_t &returned)
 {
     constexpr ULONG longest = 32;
     const IO_STACK_LOCATION *stack = IoGetCurrentIrpStackLocation(irp);
     const auto &parameters = stack->Parameters.DeviceIoControl;
+    if (METHOD_FROM_CTL_CODE(parameters.IoControlCode) != METHOD_BUFFERED)
+        return STATUS_INVALID_DEVICE_REQUEST;
     void *buffer = irp->AssociatedIrp.SystemBuffer;
     std::uint8_t in[longest] = {};
     if (parameters.InputBufferLength <= longest)
@@ -259,7 +261,7 @@ NTSTATUS DeviceCreate(DEVICE_OBJECT *device, IRP *irp)
     const Stay stay(card);
     if (!NT_SUCCESS(stay.status()))
         return Complete(irp, stay.status());
-    std::uint32_t opening = 0;
+    std::uint32_t opening = no_opening;
     const std::uint32_t error = OpenCard(card.place, opening);
     SetOpening(IoGetCurrentIrpStackLocation(irp)->FileObject, opening);
     return Complete(irp, StatusOf(error));
@@ -270,7 +272,7 @@ NTSTATUS DeviceCleanup(DEVICE_OBJECT *device, IRP *irp)
 {
     FILE_OBJECT *file = IoGetCurrentIrpStackLocation(irp)->FileObject;
     CloseCard(ExtensionOf(device).place, OpeningOf(file));
-    SetOpening(file, 0);
+    SetOpening(file, no_opening);
     return Complete(irp, STATUS_SUCCESS);
 }
 

@@ -5,13 +5,13 @@ namespace trevik::kernel
 namespace
 {
 
-// A handle of the process that is current. What is not an event is refused.
-NTSTATUS Reference(HANDLE handle, KEVENT *&event)
+// A handle of the process that is current, with its rights or the driver's. What is not an event is refused.
+NTSTATUS Reference(HANDLE handle, KPROCESSOR_MODE mode, KEVENT *&event)
 {
     // The type's own address: this compiler's import leads to the system's variable, one step further than others'.
     auto *type = reinterpret_cast<POBJECT_TYPE>(ExEventObjectType);
     void *object = nullptr;
-    const NTSTATUS status = ObReferenceObjectByHandle(handle, EVENT_MODIFY_STATE, type, UserMode, &object, nullptr);
+    const NTSTATUS status = ObReferenceObjectByHandle(handle, EVENT_MODIFY_STATE, type, mode, &object, nullptr);
     event = NT_SUCCESS(status) ? static_cast<KEVENT *>(object) : nullptr;
     return status;
 }
@@ -38,7 +38,7 @@ NTSTATUS ReferenceElsewhere(std::uint32_t id, HANDLE handle, KEVENT *&event)
     ZwClose(process);
     if (!NT_SUCCESS(status))
         return status;
-    status = Reference(own, event);
+    status = Reference(own, KernelMode, event);
     ZwClose(own);
     return status;
 }
@@ -50,7 +50,8 @@ NTSTATUS ReferenceEvent(std::uint32_t process, std::uint32_t handle, KEVENT *&ev
     event = nullptr;
     if (handle == 0)
         return STATUS_SUCCESS;
-    if (HandleToULong(PsGetCurrentProcessId()) == process && NT_SUCCESS(Reference(ULongToHandle(handle), event)))
+    if (HandleToULong(PsGetCurrentProcessId()) == process &&
+        NT_SUCCESS(Reference(ULongToHandle(handle), UserMode, event)))
         return STATUS_SUCCESS;
     return ReferenceElsewhere(process, ULongToHandle(handle), event);
 }
