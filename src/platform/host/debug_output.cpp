@@ -1,9 +1,9 @@
 // The lines of OutputDebugStringA: to the caller's sink, else to standard error when TREVIK_DEBUG=1.
 #include "platform/host/immortal.h"
+#include "platform/host/system.h"
 #include "platform/os.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <mutex>
 #include <string_view>
 
@@ -37,10 +37,7 @@ DebugSink CurrentSink()
 
 bool DebugWanted()
 {
-    static const bool wanted = [] {
-        const char *value = std::getenv("TREVIK_DEBUG");
-        return value != nullptr && std::string_view(value) == "1";
-    }();
+    static const bool wanted = Environment("TREVIK_DEBUG") == "1";
     return wanted;
 }
 
