@@ -3,6 +3,7 @@
 #include "platform/host/system.h"
 #include "platform/os.h"
 
+#include <atomic>
 #include <cstdio>
 #include <mutex>
 #include <string_view>
@@ -22,23 +23,34 @@ struct DebugOutput {
     DebugSink sink;
 };
 
+// Callback threads write a line before each callback: where nobody listens they find out without the mutex.
+enum class Listener : int { Unknown, None, Somebody };
+std::atomic<Listener> listener{Listener::Unknown};
+
 DebugOutput &TheDebugOutput()
 {
     static Immortal<DebugOutput> output;
     return output.get();
 }
 
-DebugSink CurrentSink()
-{
-    DebugOutput &output = TheDebugOutput();
-    const std::lock_guard lock(output.mutex);
-    return output.sink;
-}
-
 bool DebugWanted()
 {
     static const bool wanted = Environment("TREVIK_DEBUG") == "1";
     return wanted;
+}
+
+// The mutex is held.
+void NoteListener(const DebugSink &sink)
+{
+    listener = sink.write != nullptr || DebugWanted() ? Listener::Somebody : Listener::None;
+}
+
+DebugSink CurrentSink()
+{
+    DebugOutput &output = TheDebugOutput();
+    const std::lock_guard lock(output.mutex);
+    NoteListener(output.sink);
+    return output.sink;
 }
 
 } // namespace
@@ -49,7 +61,7 @@ namespace trevik::os
 
 void OutputDebugStringA(LPCSTR text)
 {
-    if (text == nullptr)
+    if (text == nullptr || host::listener == host::Listener::None)
         return;
     if (const host::DebugSink sink = host::CurrentSink(); sink.write != nullptr) {
         sink.write(sink.context, text); // outside the mutex: a sink may set another one
@@ -62,7 +74,9 @@ void OutputDebugStringA(LPCSTR text)
 
 void TrevikHost_debug_output_set(void (*sink)(void *context, const char *text), void *context)
 {
-    trevik::host::DebugOutput &output = trevik::host::TheDebugOutput();
+    using namespace trevik::host;
+    DebugOutput &output = TheDebugOutput();
     const std::lock_guard lock(output.mutex);
     output.sink = {sink, context};
+    NoteListener(output.sink);
 }
