@@ -308,14 +308,19 @@ NTSTATUS DevicePnp(DEVICE_OBJECT *device, IRP *irp)
 NTSTATUS DevicePower(DEVICE_OBJECT *device, IRP *irp)
 {
     Extension &card = ExtensionOf(device);
+    const Stay stay(card);
     PoStartNextPowerIrp(irp);
+    if (!NT_SUCCESS(stay.status()))
+        return Complete(irp, stay.status());
     IoSkipCurrentIrpStackLocation(irp);
     return PoCallDriver(card.below, irp);
 }
 
 NTSTATUS DeviceSystemControl(DEVICE_OBJECT *device, IRP *irp)
 {
-    return PassOn(ExtensionOf(device).below, irp);
+    Extension &card = ExtensionOf(device);
+    const Stay stay(card);
+    return NT_SUCCESS(stay.status()) ? PassOn(card.below, irp) : Complete(irp, stay.status());
 }
 
 // The state is changed while no guard is held: it calls back into the system.
