@@ -1,0 +1,1 @@
+set(CPACK_GENERATOR ZIP)
