@@ -32,7 +32,7 @@ class DeviceInfoSet
     {
         data = {};
         data.cbSize = sizeof data;
-        return os::SetupDiEnumDeviceInterfaces(set_, nullptr, &card_interface_class, index, &data) != 0;
+        return os::SetupDiEnumDeviceInterfaces(set_, nullptr, &card_interface_class<os::GUID>, index, &data) != 0;
     }
 
     os::DWORD count() const
@@ -158,7 +158,7 @@ void CloseCard(CardState &card)
 os::HANDLE EnumerateCards(CardTable &cards)
 {
     const os::HDEVINFO devices =
-        os::SetupDiGetClassDevsA(&card_interface_class, nullptr, nullptr, os::PresentDeviceInterfaces);
+        os::SetupDiGetClassDevsA(&card_interface_class<os::GUID>, nullptr, nullptr, os::PresentDeviceInterfaces);
     if (devices == os::InvalidHandle()) {
         std::printf("No AMCC devices are present and enabled in the system\n");
         return os::InvalidHandle();
