@@ -9,7 +9,8 @@ foreach(binding csharp_bindings:TrevikA.cs python_bindings:trevika.py)
     list(GET binding 0 script)
     list(GET binding 1 file)
     add_custom_command(OUTPUT ${TREVIK_BINDINGS_DIR}/${file}
-        COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/scripts/${script}.py ${TREVIK_BINDINGS_DIR}/${file}
+        COMMAND ${CMAKE_COMMAND} -E env PYTHONDONTWRITEBYTECODE=1
+            ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/scripts/${script}.py ${TREVIK_BINDINGS_DIR}/${file}
         DEPENDS ${PROJECT_SOURCE_DIR}/scripts/${script}.py ${PROJECT_SOURCE_DIR}/scripts/public_api.py
             ${TREVIK_HEADERS}
         VERBATIM)
