@@ -1,12 +1,14 @@
 #include "api/card_manager.h"
 
 #include "driver/enumeration.h"
+#include "driver/patience.h"
 #include "driver/requests.h"
 #include "driver/simulation.h"
 #include "pulser/follow.h"
 #include "status/interrupts.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 
 namespace trevik
@@ -17,9 +19,13 @@ constinit CardManager manager;
 namespace
 {
 
+std::atomic<unsigned> ticks_running{0};
+
 void TREVIK_CALL OnTick(os::UINT, os::UINT, os::DWORD_PTR, os::DWORD_PTR, os::DWORD_PTR)
 {
+    ++ticks_running;
     manager.PulserFollowTick();
+    --ticks_running;
 }
 
 } // namespace
@@ -72,6 +78,8 @@ void CardManager::StopPulserTicks()
 {
     while (tick_count_ > 0)
         os::timeKillEvent(tick_ids_[--tick_count_]);
+    // Windows lets a tick that has begun go on.
+    HappensSoon([] { return ticks_running == 0; });
 }
 
 void CardManager::PulserFollowTick()

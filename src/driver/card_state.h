@@ -79,6 +79,7 @@ struct CallbackThread {
     std::uint32_t number = 0;       // counts the links of the card
     os::HANDLE event = nullptr;     // null: it could not be created
     os::HANDLE IrqThread = nullptr; // likewise
+    Relaxed<bool> left;             // the thread is about to return from the library's code for good
 };
 
 // What the callback threads of a card read. Links are numbered; those not closed yet are oldest to next - 1. Numbers

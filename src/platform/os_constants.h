@@ -34,6 +34,7 @@ inline constexpr std::uint32_t EventModifyState = 0x0002;
 inline constexpr std::uint32_t EventAllAccess = 0x1F0003;
 inline constexpr std::uint32_t CreateSuspended = 4;
 inline constexpr int ThreadPriorityIdle = -15;
+inline constexpr int ThreadPriorityNormal = 0;
 inline constexpr std::uint32_t Infinite = 0xFFFFFFFF; // timeout, ms
 inline constexpr std::uint32_t WaitObject0 = 0;
 inline constexpr std::uint32_t WaitTimeout = 258;

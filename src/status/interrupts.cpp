@@ -1,9 +1,9 @@
 #include "status/interrupts.h"
 
+#include "driver/patience.h"
+
 #include <array>
-#include <chrono>
 #include <cstdio>
-#include <thread>
 
 namespace trevik
 {
@@ -83,6 +83,7 @@ os::DWORD TREVIK_CALL CallbackLoop(void *parameter)
     }
     os::OutputDebugStringA("thread close-------------");
     CloseOwnEvent(thread);
+    thread.left = true;
     return 0;
 }
 
@@ -91,14 +92,18 @@ bool Ended(const CallbackThread &thread)
     return thread.IrqThread == nullptr || os::WaitForSingleObject(thread.IrqThread, 0) != os::WaitTimeout;
 }
 
-// Gives a thread that was told to end a second for it, by the machine's own clock: timeouts of the system may stand
-// still with a manual one.
+// A thread that was told to end gets a second for it, and no longer at idle priority: others may keep the processor
+// busy. While a Windows library is unloaded no thread can end; there it is enough that it runs no code of the library
+// any more, which a thread that has said so leaves within some instructions.
 bool EndsSoon(const CallbackThread &thread)
 {
-    constexpr int patience_ms = 1000;
-    for (int waited_ms = 0; waited_ms < patience_ms && !Ended(thread); ++waited_ms)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    return Ended(thread);
+    constexpr int long_past_ms = 20;
+    int left_ms = 0;
+    os::SetThreadPriority(thread.IrqThread, os::ThreadPriorityNormal);
+    return HappensSoon([&] {
+        left_ms += thread.left ? 1 : 0;
+        return Ended(thread) || left_ms > long_past_ms;
+    });
 }
 
 void CloseIfOpen(os::HANDLE handle)
@@ -196,6 +201,7 @@ Result IRQProcessLink(const Card &card, UserCallback callback)
     thread.card = &state;
     thread.number = link.next;
     thread.event = event;
+    thread.left = false;
     link.next = link.next + 1;
     StartThread(thread);
     return Result::Ok;

@@ -2,6 +2,7 @@
 #include "platform/host/immortal.h"
 #include "platform/os.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -22,17 +23,14 @@ struct DebugOutput {
     DebugSink sink;
 };
 
+// Callback threads write a line before each callback: where nobody listens they find out without the mutex.
+enum class Listener : int { Unknown, None, Somebody };
+std::atomic<Listener> listener{Listener::Unknown};
+
 DebugOutput &TheDebugOutput()
 {
     static Immortal<DebugOutput> output;
     return output.get();
-}
-
-DebugSink CurrentSink()
-{
-    DebugOutput &output = TheDebugOutput();
-    const std::lock_guard lock(output.mutex);
-    return output.sink;
 }
 
 bool DebugWanted()
@@ -44,6 +42,20 @@ bool DebugWanted()
     return wanted;
 }
 
+// The mutex is held.
+void NoteListener(const DebugSink &sink)
+{
+    listener = sink.write != nullptr || DebugWanted() ? Listener::Somebody : Listener::None;
+}
+
+DebugSink CurrentSink()
+{
+    DebugOutput &output = TheDebugOutput();
+    const std::lock_guard lock(output.mutex);
+    NoteListener(output.sink);
+    return output.sink;
+}
+
 } // namespace
 } // namespace trevik::host
 
@@ -52,7 +64,7 @@ namespace trevik::os
 
 void OutputDebugStringA(LPCSTR text)
 {
-    if (text == nullptr)
+    if (text == nullptr || host::listener == host::Listener::None)
         return;
     if (const host::DebugSink sink = host::CurrentSink(); sink.write != nullptr) {
         sink.write(sink.context, text); // outside the mutex: a sink may set another one
@@ -65,7 +77,9 @@ void OutputDebugStringA(LPCSTR text)
 
 void TrevikHost_debug_output_set(void (*sink)(void *context, const char *text), void *context)
 {
-    trevik::host::DebugOutput &output = trevik::host::TheDebugOutput();
+    using namespace trevik::host;
+    DebugOutput &output = TheDebugOutput();
     const std::lock_guard lock(output.mutex);
     output.sink = {sink, context};
+    NoteListener(output.sink);
 }

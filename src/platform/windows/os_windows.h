@@ -85,6 +85,7 @@ static_assert(GenericReadWrite == (GENERIC_READ | GENERIC_WRITE));
 static_assert(OpenExisting == OPEN_EXISTING && FileAttributeNormal == FILE_ATTRIBUTE_NORMAL);
 static_assert(EventModifyState == EVENT_MODIFY_STATE && EventAllAccess == EVENT_ALL_ACCESS);
 static_assert(CreateSuspended == CREATE_SUSPENDED && ThreadPriorityIdle == THREAD_PRIORITY_IDLE);
+static_assert(ThreadPriorityNormal == THREAD_PRIORITY_NORMAL);
 static_assert(Infinite == INFINITE && WaitObject0 == WAIT_OBJECT_0);
 static_assert(WaitTimeout == WAIT_TIMEOUT && WaitFailed == WAIT_FAILED);
 static_assert(TimeOneShot == TIME_ONESHOT && TimePeriodic == TIME_PERIODIC);
