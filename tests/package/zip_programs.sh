@@ -9,6 +9,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 zip=$build/package-test/zip
 work=$build/package-test/programs
 
+command -v wine >/dev/null || { echo "skipped: no Wine here; scripts/setup installs it"; exit 77; }
 rm -rf "$work"
 mkdir "$work"
 i686-w64-mingw32-gcc-posix -static -I"$zip/include" "$zip/examples/small_job.c" "$zip/lib/libTrevikA.dll.a" \
@@ -18,3 +19,14 @@ cmake -S "$here/consumer" -B "$work/consumer" -G Ninja --toolchain "$source/cmak
     -DCMAKE_EXE_LINKER_FLAGS=-static >"$work/consumer.log" || { cat "$work/consumer.log"; exit 1; }
 cmake --build "$work/consumer"
 cp "$work/consumer/small_job.exe" "$work/small_job_cpp.exe"
+
+wine=("$here/../windows/wine.sh" "$build/wine")
+cp "$zip/virtual/TrevikA.dll" "$work"
+for language in c cpp; do
+    echo "zip: $language"
+    "$here/small_job.sh" "${wine[@]}" "$work/small_job_$language.exe"
+done
+echo "zip: tools"
+"${wine[@]}" "$zip/virtual/trevik-run.exe" "$zip/examples/gasket.ngc"
+"${wine[@]}" "$zip/virtual/trevik-scope.exe" T-position --distance 1000 --max 20000 --accel 20 --decel 20 \
+    --svg "$work/scope.svg"
