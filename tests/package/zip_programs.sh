@@ -27,6 +27,7 @@ for language in c cpp; do
     "$here/small_job.sh" "${wine[@]}" "$work/small_job_$language.exe"
 done
 echo "zip: tools"
-"${wine[@]}" "$zip/virtual/trevik-run.exe" "$zip/examples/gasket.ngc"
-"${wine[@]}" "$zip/virtual/trevik-scope.exe" T-position --distance 1000 --max 20000 --accel 20 --decel 20 \
-    --svg "$work/scope.svg"
+cd "$zip"
+"${wine[@]}" virtual/trevik-run.exe examples/gasket.ngc
+"${wine[@]}" virtual/trevik-scope.exe T-position --distance 1000 --max 20000 --accel 20 --decel 20 \
+    --svg ../programs/scope.svg
