@@ -24,9 +24,9 @@ endfunction()
 # TrevikA.def and the import libraries for MinGW (libTrevikA.dll.a) and MSVC (TrevikA.lib) beside the DLL. Programs
 # find every function under the name that the headers give it, whatever it is called in the DLL; the linker's own
 # import library, which does not know the headers' names, gives way.
-function(trevik_import_libraries target)
+function(trevik_import_libraries target kind)
     set(imports ${CMAKE_CURRENT_BINARY_DIR}/${target}.import.def)
-    trevik_export_definitions(${imports} import)
+    trevik_export_definitions(${imports} ${kind})
     add_custom_target(${target}_imports DEPENDS ${imports})
     add_dependencies(${target} ${target}_imports)
     set(msvc "")

@@ -3,12 +3,13 @@
 #include "platform/host/clock.h"
 #include "platform/host/driver_seam.h"
 #include "platform/host/immortal.h"
+#include "platform/host/system.h"
 #include "platform/host/timers.h"
 
 #include <charconv>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <thread>
 
@@ -54,12 +55,12 @@ bool ParseCard(std::string_view text, CardList &cards)
 
 CardList CardsOfEnvironment()
 {
-    const char *text = std::getenv("TREVIK_CARDS");
-    const auto cards = ParseCards(text != nullptr ? text : "0:A");
+    const std::string text = host::Environment("TREVIK_CARDS").value_or("0:A");
+    const auto cards = ParseCards(text.c_str());
     if (cards)
         return *cards;
     std::fprintf(stderr, "TREVIK_CARDS: \"%s\" is not a list of cards such as 0:A,5:AC; there are none now\n",
-                 text);
+                 text.c_str());
     return {};
 }
 

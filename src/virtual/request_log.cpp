@@ -2,12 +2,13 @@
 
 #include "driver/requests.h"
 #include "platform/host/driver_seam.h"
+#include "platform/host/system.h"
 
 #include <array>
+#include <cerrno>
 #include <cinttypes>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <mutex>
@@ -224,12 +225,13 @@ std::uint32_t LoggingDriver::Control(void *context, std::uint32_t device, std::u
 std::FILE *LogFile()
 {
     static std::FILE *file = []() -> std::FILE * {
-        const char *name = std::getenv("TREVIK_REQUEST_LOG");
-        if (name == nullptr || *name == '\0')
+        const std::string name = host::Environment("TREVIK_REQUEST_LOG").value_or("");
+        if (name.empty())
             return nullptr;
-        std::FILE *opened = std::fopen(name, "w");
+        std::FILE *opened = host::NewTextFile(name.c_str());
         if (opened == nullptr)
-            std::fprintf(stderr, "TREVIK_REQUEST_LOG: cannot write \"%s\": %s\n", name, std::strerror(errno));
+            std::fprintf(stderr, "TREVIK_REQUEST_LOG: cannot write \"%s\": %s\n", name.c_str(),
+                         std::strerror(errno));
         return opened;
     }();
     return file;

@@ -1,11 +1,12 @@
 #include "trevik-run/clock.h"
 
-#include <trevik/TrevikHost.h>
-#include <trevik/TrevikVirtual.h>
+#include <trevik/TrevikA.h>
 
 #include <algorithm>
 #include <cmath>
 #include <thread>
+
+#include "trevik-run/virtual_clock.h"
 
 namespace trevik_run
 {
@@ -19,32 +20,33 @@ constexpr double least_step_s = 1e-9; // time never stands still while somebody 
 
 Clock::Clock(std::uint8_t card, bool realtime) : card_(card)
 {
+    const VirtualClock *virtual_clock = TheVirtualClock();
     double next_event_s = 0;
-    manual_ = !realtime && TrevikVirtual_next_event_read(card, &next_event_s) == TREVIK_OK;
-    if (manual_) {
-        TrevikHost_clock_manual(1);
+    if (!realtime && virtual_clock != nullptr && virtual_clock->next_event_read(card, &next_event_s) == TREVIK_OK) {
+        manual_ = virtual_clock;
+        manual_->manual(1);
     }
 }
 
 Clock::~Clock()
 {
-    if (manual_) {
-        TrevikHost_clock_manual(0);
+    if (manual_ != nullptr) {
+        manual_->manual(0);
     }
 }
 
 void Clock::Wait(double seconds)
 {
-    manual_ ? WaitManual(seconds) : WaitReal(seconds);
+    manual_ != nullptr ? WaitManual(seconds) : WaitReal(seconds);
 }
 
 void Clock::WaitManual(double seconds)
 {
     double next_event_s = seconds; // kept when there is no answer
-    TrevikVirtual_next_event_read(card_, &next_event_s);
+    manual_->next_event_read(card_, &next_event_s);
     nothing_due_ = std::isinf(next_event_s);
     const double step_s = std::max(std::min(next_event_s, seconds), least_step_s);
-    TrevikHost_advance(step_s);
+    manual_->advance(step_s);
     now_s_ += step_s;
 }
 

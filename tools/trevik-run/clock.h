@@ -7,6 +7,8 @@
 namespace trevik_run
 {
 
+struct VirtualClock;
+
 class Clock
 {
   public:
@@ -28,7 +30,7 @@ class Clock
     void WaitReal(double seconds);
 
     std::uint8_t card_;
-    bool manual_;
+    const VirtualClock *manual_ = nullptr; // null: real time
     bool nothing_due_ = false;
     double now_s_ = 0;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

@@ -14,7 +14,7 @@ namespace
 
 // A call of a function with these numbers, and the same as text.
 template <typename... Parameters, typename... Arguments>
-Call Calling(double at_ms, const char *label, const char *name, std::uint32_t (*function)(Parameters...),
+Call Calling(double at_ms, const char *label, const char *name, std::uint32_t(TREVIK_CALL *function)(Parameters...),
              Arguments... arguments)
 {
     std::string list;

@@ -1,6 +1,10 @@
 #include "trevik-scope/request_log.h"
 
+#ifdef _WIN32
+#include <process.h>
+#else
 #include <unistd.h>
+#endif
 
 #include <cstdlib>
 #include <filesystem>
@@ -16,6 +20,33 @@ namespace
 
 constexpr const char *variable = "TREVIK_REQUEST_LOG";
 
+// An empty file that is no other program's.
+std::string NewFile()
+{
+    std::string name = (std::filesystem::temp_directory_path() / "trevik-scope-XXXXXX").string();
+#ifdef _WIN32
+    name.replace(name.size() - 6, 6, std::to_string(_getpid())); // the folder is this user's own
+    const bool made = std::ofstream(name).good();
+#else
+    const int file = mkstemp(name.data());
+    const bool made = file >= 0;
+    close(file);
+#endif
+    if (!made) {
+        throw std::runtime_error("cannot write a temporary file like " + name);
+    }
+    return name;
+}
+
+void SetVariable(const std::string &value)
+{
+#ifdef _WIN32
+    _putenv_s(variable, value.c_str());
+#else
+    setenv(variable, value.c_str(), 1);
+#endif
+}
+
 } // namespace
 
 RequestLog::RequestLog()
@@ -24,14 +55,9 @@ RequestLog::RequestLog()
         name_ = wanted;
         return;
     }
-    name_ = (std::filesystem::temp_directory_path() / "trevik-scope-XXXXXX").string();
-    const int file = mkstemp(name_.data());
-    if (file < 0) {
-        throw std::runtime_error("cannot write a temporary file like " + name_);
-    }
-    close(file);
+    name_ = NewFile();
     own_ = true;
-    setenv(variable, name_.c_str(), 1);
+    SetVariable(name_);
 }
 
 RequestLog::~RequestLog()

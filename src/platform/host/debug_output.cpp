@@ -1,10 +1,10 @@
 // The lines of OutputDebugStringA: to the caller's sink, else to standard error when TREVIK_DEBUG=1.
 #include "platform/host/immortal.h"
+#include "platform/host/system.h"
 #include "platform/os.h"
 
 #include <atomic>
 #include <cstdio>
-#include <cstdlib>
 #include <mutex>
 #include <string_view>
 
@@ -35,10 +35,7 @@ DebugOutput &TheDebugOutput()
 
 bool DebugWanted()
 {
-    static const bool wanted = [] {
-        const char *value = std::getenv("TREVIK_DEBUG");
-        return value != nullptr && std::string_view(value) == "1";
-    }();
+    static const bool wanted = Environment("TREVIK_DEBUG") == "1";
     return wanted;
 }
 

@@ -1,19 +1,11 @@
 // Threads and the ids of threads and of the process.
 #include "platform/host/faults.h"
 #include "platform/host/last_error.h"
+#include "platform/host/system.h"
+#include "platform/host/system_thread.h"
 #include "platform/host/waitable.h"
 
 #include <utility>
-
-#include <pthread.h>
-#ifdef __linux__
-#include <sys/resource.h>
-#endif
-#ifdef _WIN32
-#include <process.h>
-#else
-#include <unistd.h>
-#endif
 
 namespace trevik::host
 {
@@ -39,11 +31,7 @@ class Thread : public Waitable
     }
     Thread(const Thread &) = delete;
     Thread &operator=(const Thread &) = delete;
-    ~Thread() override
-    {
-        if (joinable_)
-            pthread_detach(thread_);
-    }
+    ~Thread() override = default;
 
     os::DWORD id() const { return id_; }
     os::DWORD resume(std::shared_ptr<Thread> self);
@@ -54,7 +42,7 @@ class Thread : public Waitable
     void waited() override;
 
   private:
-    static void *Main(void *thread);
+    static void Main(void *thread);
     void begin();
     void apply_priority() const;
 
@@ -62,8 +50,7 @@ class Thread : public Waitable
     const os::LPVOID parameter_;
     const os::DWORD id_ = NewThreadId();
     bool suspended_ = true;
-    bool joinable_ = false;
-    pthread_t thread_{};
+    SystemThread thread_;
     int system_id_ = 0; // 0: not running
     int priority_ = 0;
     std::shared_ptr<Thread> self_; // while it runs
@@ -79,13 +66,12 @@ os::DWORD Thread::resume(std::shared_ptr<Thread> self)
     if (!suspended_)
         return 0;
     self_ = std::move(self);
-    if (pthread_create(&thread_, nullptr, Main, this) != 0) {
+    if (!thread_.start(Main, this)) {
         self_.reset();
         SetLastError(os::ErrorNotEnoughMemory);
         return os::WaitFailed;
     }
     suspended_ = false;
-    joinable_ = true;
     return 1;
 }
 
@@ -96,14 +82,11 @@ void Thread::set_priority(int priority)
     apply_priority();
 }
 
-// Idle becomes the lowest niceness and not the scheduler's idle class: a thread in that class may hold a mutex for
-// ever on a busy machine. A niceness cannot be taken back, so other priorities change nothing.
+// Way cannot be taken back, so other priorities change nothing.
 void Thread::apply_priority() const
 {
-#ifdef __linux__
     if (system_id_ != 0 && priority_ == os::ThreadPriorityIdle)
-        setpriority(PRIO_PROCESS, static_cast<id_t>(system_id_), 19);
-#endif
+        GiveWay(system_id_);
 }
 
 void Thread::begin()
@@ -111,19 +94,16 @@ void Thread::begin()
     own_thread = this;
     own_id = id_;
     const std::lock_guard lock(mutex_);
-#ifdef __linux__
-    system_id_ = gettid();
-#endif
+    system_id_ = OwnSystemId();
     apply_priority();
 }
 
-void *Thread::Main(void *parameter)
+void Thread::Main(void *parameter)
 {
     Thread &thread = *static_cast<Thread *>(parameter);
     thread.begin();
     thread.start_(thread.parameter_);
     thread.end();
-    return nullptr;
 }
 
 void Thread::end()
@@ -140,8 +120,7 @@ void Thread::end()
 void Thread::waited()
 {
     const std::lock_guard lock(mutex_);
-    if (std::exchange(joinable_, false))
-        pthread_join(thread_, nullptr);
+    thread_.join();
 }
 
 } // namespace
@@ -194,8 +173,7 @@ void ExitThread(DWORD)
 {
     if (host::own_thread != nullptr)
         host::own_thread->end();
-    pthread_exit(nullptr);
-    __builtin_unreachable(); // not declared as such by every pthread.h
+    host::SystemThread::exit();
 }
 
 DWORD GetCurrentThreadId()
@@ -207,7 +185,7 @@ DWORD GetCurrentThreadId()
 
 DWORD GetCurrentProcessId()
 {
-    return static_cast<DWORD>(getpid());
+    return host::ProcessId();
 }
 
 } // namespace trevik::os

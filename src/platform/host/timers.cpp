@@ -6,6 +6,8 @@
 #include "platform/host/clock.h"
 #include "platform/host/faults.h"
 #include "platform/host/immortal.h"
+#include "platform/host/system.h"
+#include "platform/host/system_thread.h"
 #include "platform/os.h"
 
 #include <algorithm>
@@ -13,7 +15,6 @@
 #include <condition_variable>
 #include <limits>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace trevik::host
@@ -42,8 +43,8 @@ struct Timers {
     unsigned alarm_users = 0;
     Alarm alarm = nullptr;
     os::UINT running_id = 0; // 0: no callback is running
-    std::thread service;
-    std::uint64_t service_number = 0; // the service thread with another number ends
+    SystemThread service;
+    std::uintptr_t service_number = 0; // the service thread with another number ends
     bool serving = false;
     bool unloaded = false;
 };
@@ -108,14 +109,16 @@ void WaitUntilNoneRuns(Timers &timers, Lock &lock)
     timers.changed.wait(lock, [&timers] { return timers.running_id == 0; });
 }
 
-bool HasService(const Timers &timers, std::uint64_t number)
+bool HasService(const Timers &timers, std::uintptr_t number)
 {
     return timers.service_number == number && !timers.list.empty() && !ClockIsManual();
 }
 
-void Serve(std::uint64_t number)
+void Serve(void *parameter)
 {
     constexpr std::int64_t longest_wait_ns = 3'600'000'000'000; // so that no sum overflows
+    const auto number = reinterpret_cast<std::uintptr_t>(parameter);
+    BeginExactWaits();
     Timers &timers = TheTimers();
     Lock lock(timers.mutex);
     while (HasService(timers, number)) {
@@ -131,6 +134,7 @@ void Serve(std::uint64_t number)
     }
     if (timers.service_number == number)
         timers.serving = false;
+    EndExactWaits();
 }
 
 // Starts the service thread when it is needed. The mutex is held.
@@ -138,35 +142,18 @@ void StartService(Timers &timers)
 {
     if (timers.serving || timers.list.empty() || ClockIsManual())
         return;
-    if (timers.service.joinable())
-        timers.service.join(); // has ended its service, needs the mutex no more
-    timers.serving = true;
-    timers.service = std::thread(Serve, ++timers.service_number);
+    timers.service.join(); // has ended its service, needs the mutex no more
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the thread's parameter
+    timers.serving = timers.service.start(Serve, reinterpret_cast<void *>(++timers.service_number));
 }
 
 // Ends the service thread and gives it to be joined without the mutex.
-std::thread TakeService(Timers &timers)
+SystemThread TakeService(Timers &timers)
 {
     ++timers.service_number;
     timers.serving = false;
     timers.changed.notify_all();
     return std::move(timers.service);
-}
-
-void EndThread(std::thread thread)
-{
-    if (!thread.joinable())
-        return;
-#ifdef _WIN32
-    // Runs while the DLL is detached: the loader lets no thread end before that is over.
-    thread.detach();
-#else
-    if (thread.get_id() == std::this_thread::get_id()) {
-        thread.detach(); // exit() was called in a callback
-    } else {
-        thread.join();
-    }
-#endif
 }
 
 // Without timers the service thread ends. While a callback runs it does so by itself: the callback may need what the
@@ -175,9 +162,9 @@ void EndUnusedService(Timers &timers, Lock &lock)
 {
     if (!timers.list.empty() || timers.running_id != 0)
         return;
-    std::thread service = TakeService(timers);
+    SystemThread service = TakeService(timers);
     lock.unlock();
-    EndThread(std::move(service));
+    service.join();
 }
 
 void TREVIK_CALL RunAlarm(os::UINT, os::UINT, os::DWORD_PTR, os::DWORD_PTR, os::DWORD_PTR)
@@ -196,9 +183,9 @@ struct Unload {
         Lock lock(timers.mutex);
         timers.unloaded = true;
         std::vector<Timer>().swap(timers.list);
-        std::thread service = TakeService(timers);
+        SystemThread service = TakeService(timers);
         lock.unlock();
-        EndThread(std::move(service));
+        service.join(); // from this thread itself when exit() was called in a callback
     }
 };
 
