@@ -32,13 +32,14 @@ struct Entry {
 };
 
 template <class... P, class... A>
-Entry OfAxis(const char *name, std::uint32_t (*function)(std::uint8_t, std::uint8_t, P...), A... arguments)
+Entry OfAxis(const char *name, std::uint32_t(TREVIK_CALL *function)(std::uint8_t, std::uint8_t, P...),
+             A... arguments)
 {
     const auto call = [=](auto card, auto axis) { return function(card, axis, static_cast<P>(arguments)...); };
     return {name, true, call};
 }
 template <class... P, class... A>
-Entry OfCard(const char *name, std::uint32_t (*function)(std::uint8_t, P...), A... arguments)
+Entry OfCard(const char *name, std::uint32_t(TREVIK_CALL *function)(std::uint8_t, P...), A... arguments)
 {
     const auto call = [=](auto card, auto) { return function(card, static_cast<P>(arguments)...); };
     return {name, false, call};

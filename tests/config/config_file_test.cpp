@@ -1,13 +1,13 @@
 // The configuration file: its bytes, and what it does when they are not all there.
 #include "support/started_library.h"
 
+#include "platform/host/system.h"
+
 #include <doctest/doctest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-
-#include <unistd.h>
 
 using namespace trevik;
 using namespace trevik::test;
@@ -18,7 +18,7 @@ namespace
 // A folder that goes when the test is over.
 struct Folder {
     std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("trevik files " + std::to_string(getpid()));
+        std::filesystem::temp_directory_path() / ("trevik files " + std::to_string(host::ProcessId()));
 
     Folder() { std::filesystem::create_directory(path); }
     ~Folder() { std::filesystem::remove_all(path); }
@@ -120,11 +120,11 @@ TEST_CASE_FIXTURE(StartedLibrary, "files that cannot be used change nothing; ref
     Put(folder.file("exact"), std::string(210, 'x') + "\r\n" + "x and more");
     driver.forget();
     CHECK(TrevikA_config_file_read(0, folder.file("missing").c_str()) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_read(0, folder.path.c_str()) == TREVIK_ERR_FILE);
+    CHECK(TrevikA_config_file_read(0, folder.path.string().c_str()) == TREVIK_ERR_FILE);
     CHECK(TrevikA_config_file_read(0, folder.file("short").c_str()) == TREVIK_ERR_FILE);
     CHECK(TrevikA_config_file_read(0, nullptr) == TREVIK_ERR_FILE);
     CHECK(TrevikA_config_file_set(0, nullptr) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_set(0, folder.path.c_str()) == TREVIK_ERR_FILE);
+    CHECK(TrevikA_config_file_set(0, folder.path.string().c_str()) == TREVIK_ERR_FILE);
     CHECK(TrevikA_config_file_set(0, "") == TREVIK_ERR_FILE);
     if (std::filesystem::exists("/dev/full"))
         CHECK(TrevikA_config_file_set(0, "/dev/full") == TREVIK_ERR_FILE);

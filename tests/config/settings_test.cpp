@@ -15,14 +15,15 @@ namespace
 constexpr std::uint8_t axis = 1;
 
 template <class... P, class... Values>
-std::function<std::uint32_t()> Set(std::uint32_t (*set)(std::uint8_t, std::uint8_t, P...), Values... values)
+std::function<std::uint32_t()> Set(std::uint32_t(TREVIK_CALL *set)(std::uint8_t, std::uint8_t, P...),
+                                   Values... values)
 {
     return [=] { return set(0, axis, static_cast<P>(values)...); };
 }
 
 // What a read of the axis gives.
 template <class... Values>
-std::function<std::string()> Back(std::uint32_t (*read)(std::uint8_t, std::uint8_t, Values *...))
+std::function<std::string()> Back(std::uint32_t(TREVIK_CALL *read)(std::uint8_t, std::uint8_t, Values *...))
 {
     return [=] { return Reading(read, 0, axis); };
 }

@@ -1,6 +1,8 @@
 // The requests, byte for byte.
 #include "support/recording_driver.h"
 
+#include "platform/host/system.h"
+
 #include <trevik/TrevikAC.h>
 
 #include <doctest/doctest.h>
@@ -8,8 +10,6 @@
 #include <cstring>
 #include <functional>
 #include <vector>
-
-#include <unistd.h>
 
 using namespace trevik;
 using trevik::test::RecordingDriver;
@@ -35,7 +35,7 @@ std::vector<std::uint8_t> Buffer(const std::vector<Bytes> &parts)
 
 TEST_CASE("requests have their codes, sizes and offsets, and zeros elsewhere")
 {
-    const auto pid = static_cast<std::uint32_t>(getpid());
+    const auto pid = host::ProcessId();
     std::uint32_t word = 0;
     std::uint16_t half = 0;
     std::uint8_t byte = 0;

@@ -1,8 +1,10 @@
 // Interrupt delivery: requests, events, and the life of the callback threads.
 #include "support/started_library.h"
+#include "support/system.h"
 
 #include "platform/host/faults.h"
 #include "platform/host/handles.h"
+#include "platform/host/system.h"
 #include "status/interrupts.h"
 
 #include <trevik/Trevik.h>
@@ -11,13 +13,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
-#include <filesystem>
 #include <mutex>
 #include <thread>
-
-#include <dlfcn.h>
-#include <unistd.h>
 
 using namespace trevik;
 using namespace trevik::test;
@@ -111,19 +110,13 @@ struct Linked : StartedLibrary {
     }
 };
 
-std::size_t Threads()
-{
-    const std::filesystem::directory_iterator tasks("/proc/self/task");
-    return static_cast<std::size_t>(std::distance(begin(tasks), end(tasks)));
-}
-
 } // namespace
 
 TEST_SUITE("concurrent")
 {
     TEST_CASE_FIXTURE(Linked, "a link: its request, its lines, a callback for each signal, its end")
     {
-        const auto pid = static_cast<std::uint32_t>(getpid());
+        const auto pid = host::ProcessId();
         CHECK(TrevikA_IRQ_enable(0) == TREVIK_OK);
         CHECK(TrevikA_IRQ_process_link(0, First) == TREVIK_OK);
         REQUIRE(driver.requests() == 2);
@@ -266,17 +259,21 @@ TEST_CASE("the events of cards are named by their number")
 
 TEST_CASE("unloading ends the callback threads")
 {
-    const std::size_t threads = Threads();
+    const std::size_t threads = ThreadCount();
     for (int round = 0; round < 20; ++round) {
-        void *library = dlopen(TREVIK_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+        void *library = LoadLibraryFile(TREVIK_LIBRARY);
         REQUIRE(library != nullptr);
-        const auto initial = reinterpret_cast<std::uint32_t (*)()>(dlsym(library, "TrevikA_initial"));
-        const auto link = reinterpret_cast<std::uint32_t (*)(std::uint8_t, UserCallback)>(
-            dlsym(library, "TrevikA_IRQ_process_link"));
+        const auto initial = reinterpret_cast<decltype(&TrevikA_initial)>(FunctionOf(library, "TrevikA_initial"));
+        const auto link =
+            reinterpret_cast<decltype(&TrevikA_IRQ_process_link)>(FunctionOf(library, "TrevikA_IRQ_process_link"));
         CHECK(initial() == TREVIK_OK);
         CHECK(link(0, First) == TREVIK_OK);
-        CHECK(dlclose(library) == 0);
-        CHECK(dlopen(TREVIK_LIBRARY, RTLD_NOW | RTLD_NOLOAD) == nullptr);
+        UnloadLibraryFile(library);
+        CHECK_FALSE(LibraryFileIsLoaded(TREVIK_LIBRARY));
     }
-    CHECK(Threads() == threads);
+    // Where threads cannot end before their library is gone, they do so now.
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (ThreadCount() != threads && std::chrono::steady_clock::now() < end)
+        std::this_thread::yield();
+    CHECK(ThreadCount() == threads);
 }

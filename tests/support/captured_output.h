@@ -1,9 +1,10 @@
 // What a call prints on standard output.
 #pragma once
 
+#include "support/system.h"
+
 #include <cstdio>
 #include <string>
-#include <unistd.h>
 
 namespace trevik::test
 {
@@ -13,14 +14,13 @@ std::string Printed(Call call)
 {
     std::FILE *file = std::tmpfile();
     std::fflush(stdout);
-    const int standard_output = dup(STDOUT_FILENO);
-    dup2(fileno(file), STDOUT_FILENO);
+    const int former = TurnOutputTo(file);
     call();
     std::fflush(stdout);
-    dup2(standard_output, STDOUT_FILENO);
-    ::close(standard_output);
+    TurnOutputBack(former);
+    std::rewind(file);
     std::string text(4096, '\0');
-    text.resize(static_cast<std::size_t>(pread(fileno(file), text.data(), text.size(), 0)));
+    text.resize(std::fread(text.data(), 1, text.size(), file));
     std::fclose(file);
     return text;
 }

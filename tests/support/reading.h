@@ -1,6 +1,8 @@
 // Read-backs as text: the result, unless that is 0, and all out-values, each with a space after it; and as a value.
 #pragma once
 
+#include "support/system.h"
+
 #include <trevik/TrevikA.h>
 
 #include <doctest/doctest.h>
@@ -16,7 +18,7 @@ namespace trevik::test
 
 template <std::size_t... G, std::size_t... O, class... P, class... S>
 std::string ReadingOf(std::index_sequence<G...>, std::index_sequence<O...>,
-                      std::uint32_t (*read)(std::uint8_t, P...), int card, S... selectors)
+                      std::uint32_t(TREVIK_CALL *read)(std::uint8_t, P...), int card, S... selectors)
 {
     using All = std::tuple<P...>;
     std::tuple<std::remove_pointer_t<std::tuple_element_t<sizeof...(G) + O, All>>...> outs;
@@ -31,17 +33,17 @@ std::string ReadingOf(std::index_sequence<G...>, std::index_sequence<O...>,
 
 // Calls read(card, selectors..., outs...), the outs holding 77 before.
 template <class... P, class... S>
-std::string Reading(std::uint32_t (*read)(std::uint8_t, P...), int card, S... selectors)
+std::string Reading(std::uint32_t(TREVIK_CALL *read)(std::uint8_t, P...), int card, S... selectors)
 {
     return ReadingOf(std::index_sequence_for<S...>(), std::make_index_sequence<sizeof...(P) - sizeof...(S)>(), read,
                      card, selectors...);
 }
 
 // What read(arguments..., out) gives out.
-template <class... P, class... A>
-auto Value(std::uint32_t (*read)(P...), A... arguments)
+template <class Function, class... A>
+auto Value(Function read, A... arguments)
 {
-    using All = std::tuple<P...>;
+    using All = typename Signature<Function>::Parameters;
     std::remove_pointer_t<std::tuple_element_t<sizeof...(A), All>> value{};
     const auto call = [&]<std::size_t... I>(std::index_sequence<I...>)
     {

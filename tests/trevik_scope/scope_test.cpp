@@ -1,7 +1,9 @@
 // trevik-scope as one uses it: the program, run from a shell.
+#include "support/system.h"
+
+#include "platform/host/system.h"
+
 #include <doctest/doctest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
 #include <cmath>
@@ -40,13 +42,7 @@ class Scope
     {
         const std::string command = TREVIK_SCOPE " " + arguments + " " + outputs + " 2>&1";
         Outcome outcome;
-        std::FILE *pipe = popen(command.c_str(), "r");
-        REQUIRE(pipe != nullptr);
-        std::array<char, 4096> buffer{};
-        for (std::size_t count = 0; (count = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) {
-            outcome.said.append(buffer.data(), count);
-        }
-        outcome.status = WEXITSTATUS(pclose(pipe));
+        outcome.status = trevik::test::RunCommand(command, outcome.said);
         std::ifstream svg(Path("move.svg"));
         outcome.svg.assign(std::istreambuf_iterator<char>(svg), {});
         return outcome;
@@ -55,14 +51,11 @@ class Scope
     Outcome Draw(const std::string &arguments) const { return Run(arguments, "--svg " + Path("move.svg")); }
 
     // An SVG reader takes it.
-    bool WellFormed() const
-    {
-        return std::system(("rsvg-convert " + Path("move.svg") + " -o " + Path("move.png")).c_str()) == 0;
-    }
+    bool WellFormed() const { return trevik::test::SvgIsReadable(Path("move.svg")); }
 
   private:
     std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() / ("trevik-scope-test-" + std::to_string(getpid()));
+        std::filesystem::temp_directory_path() / ("trevik-scope-test-" + std::to_string(trevik::host::ProcessId()));
 };
 
 struct Drawn {

@@ -9,4 +9,9 @@ fi
 export WINEPREFIX="$1" WINEARCH=win32 WINEDEBUG=-all
 shift
 [ -e "$WINEPREFIX/system.reg" ] || WINEDLLOVERRIDES="mscoree=;mshtml=" wineboot --init >/dev/null 2>&1
+# The services of a Windows that is not running yet are started here and live on for a while: started by the program
+# itself they would keep its output open.
+if wineserver --persistent=30 >/dev/null 2>&1; then
+    wine cmd /c exit >/dev/null 2>&1
+fi
 exec wine "$@"

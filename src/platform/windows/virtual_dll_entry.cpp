@@ -16,6 +16,6 @@ extern "C" BOOL WINAPI TrevikDllEntry(HINSTANCE instance, DWORD reason, LPVOID r
         BeginUnloading();
     const BOOL done = DllMainCRTStartup(instance, reason, reserved); // constructors and destructors
     if (reason == DLL_PROCESS_DETACH)
-        EndRemainingThreads();
+        StopRemainingThreads();
     return done;
 }

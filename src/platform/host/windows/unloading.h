@@ -1,15 +1,15 @@
-// The end of a DLL. While a DLL is unloaded the system's loader lets no thread end in the usual way, and afterwards
-// none of the DLL's code is there any more.
+// The end of a DLL. While a DLL is unloaded the system's loader lets no thread begin or end, and afterwards none of the
+// DLL's code is there any more.
 #pragma once
 
 namespace trevik::host
 {
 
-// From here on the DLL is being unloaded: threads end without the loader.
+// From here on the DLL is being unloaded: a thread is joined when it has left the DLL's code.
 void BeginUnloading();
 
-// Ends whatever thread of this library still runs, by force: it would return to code that is gone. The last step of
+// Stops for good whatever thread of this library still runs: it would go on in code that is gone. The last step of
 // unloading.
-void EndRemainingThreads();
+void StopRemainingThreads();
 
 } // namespace trevik::host
