@@ -18,3 +18,7 @@ add_test(NAME part_on_driver
 
 set(tests driver driver_no_card end_to_end unload_real part_on_driver)
 set_tests_properties(${tests} PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 120 WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
+
+# No instruction of the dispatch code touches the registers that it saves for the cards.
+add_test(NAME driver_registers COMMAND sh -c
+    "code=$(${CMAKE_OBJDUMP} -d $<JOIN:$<TARGET_OBJECTS:trevikv_dispatch>, >) && ! echo \"$code\" | grep -E '%(xmm|mm|st)'")
