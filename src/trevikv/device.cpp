@@ -142,7 +142,8 @@ NTSTATUS Control(unsigned place, std::uint32_t opening, CardRequest &request, st
     return StatusOf(ControlCard(place, opening, request, returned));
 }
 
-// Input and reply share the system's buffer, for requests of the buffered method, which all of the card's are: the input is set aside, and the reply's bytes that nobody names are 0.
+// Input and reply share the system's buffer, for requests of the buffered method, which all of the card's are: the
+// input is set aside, and the reply's bytes that nobody names are 0.
 NTSTATUS Answer(unsigned place, IRP *irp, std::uint32_t &returned)
 {
     constexpr ULONG longest = 32;
