@@ -71,3 +71,11 @@ def functions(headers=FAMILIES) -> list[Function]:
         for result, stdcall, name, parameters in declarations:
             found.append(Function(header, name, result, bool(stdcall), tuple(map(_parameter, _split(parameters)))))
     return found
+
+
+CONSTANT = re.compile(r"^(?:#define )?\s*(TREVIK_\w+) (?:= )?(\d+)u?,?(?=\s|$)", re.M)
+
+
+def constants(headers=FAMILIES) -> dict[str, int]:
+    """Result codes and the enumerators of the virtual machine."""
+    return {name: int(value) for header in headers for name, value in CONSTANT.findall((HEADERS / header).read_text())}

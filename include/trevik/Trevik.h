@@ -7,7 +7,7 @@
  *   - moves have no trigger: they start at once
  *   - lines have one absolute/relative flag for all their axes
  *   - the S forms take the speed gained in each curved section (pulses/s) where the current ones take its time; the
- *     S1 forms take whole ramp times and curved times in milliseconds and refuse a ramp shorter than its two curved
+ *     S1 moves take whole ramp times and curved times in milliseconds and refuse a ramp shorter than its two curved
  *     sections with TREVIK_ERR_PARAM, before anything else
  *
  * New programs use TrevikA.h.
@@ -62,7 +62,7 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_S1_curve_position_move(uint8_t card, uint
                                                               uint32_t decelTime, uint32_t sAccelTime,
                                                               uint32_t sDecelTime);
 
-/* TrevikA_position_change, TrevikA_T_onLINE_change */
+/* TrevikA_position_change, and TrevikA_T_onLINE_change with accelTime, decelTime in seconds. */
 TREVIK_API uint32_t TREVIK_CALL Trevik_position_change(uint8_t card, uint8_t axis, uint32_t position,
                                                        uint8_t absolute);
 TREVIK_API uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change(uint8_t card, uint8_t axis, uint32_t distance,
@@ -84,8 +84,9 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_S1_velocity_move(uint8_t card, uint8_t ax
 TREVIK_API uint32_t TREVIK_CALL Trevik_velocity_change(uint8_t card, uint8_t axis, uint32_t newSpeed, double time);
 
 /* Only here: TrevikA_velocity_change with an S-curve ramp of a linear section of linearTime ms between curved ones
- * of sTime ms (an axis that runs a T-curve keeps to it and takes linearTime). The axis is not asked what it runs:
- * no TREVIK_ERR_NOT_MOVING. */
+ * of sTime ms (an axis that runs a T-curve keeps to it and takes linearTime); both 0: the fastest ramp. The axis is
+ * not asked what it runs: no TREVIK_ERR_NOT_MOVING.
+ *   TREVIK_ERR_PARAM  newSpeed above 6,553,500 either way */
 TREVIK_API uint32_t TREVIK_CALL Trevik_S1_velocity_change(uint8_t card, uint8_t axis, uint32_t newSpeed,
                                                           uint32_t linearTime, uint32_t sTime);
 
@@ -130,8 +131,8 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_T_curve_move_LINE4(uint8_t card, int32_t 
                                                           int32_t pos_3, uint8_t absolute, uint32_t start_speed,
                                                           uint32_t max_speed, double accel_s, double decel_s);
 
-/* The S-curve lines. s_accel, s_decel: pulses/s gained in each curved section; 0: the whole ramp is curved. accel_s
- * and decel_s are whole ramps in seconds, also for 2 and 3 axes. */
+/* TrevikA_S_LINE4_move, also for 2 and 3 axes. s_accel, s_decel: pulses/s gained in each curved section; 0: the
+ * whole ramp is curved. accel_s, decel_s: whole ramps in seconds. */
 TREVIK_API uint32_t TREVIK_CALL Trevik_S_curve_move_LINE2(uint8_t card, uint8_t axis_set, int32_t pos_a,
                                                           int32_t pos_b, uint8_t absolute, uint32_t start_speed,
                                                           uint32_t max_speed, double accel_s, double decel_s,
@@ -145,7 +146,7 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_S_curve_move_LINE4(uint8_t card, int32_t 
                                                           uint32_t max_speed, double accel_s, double decel_s,
                                                           uint32_t s_accel, uint32_t s_decel);
 
-/* The S1 forms: whole ramps accel_ms, decel_ms with curved sections of s_accel_ms, s_decel_ms each. */
+/* The same with times: whole ramps accel_ms, decel_ms with curved sections of s_accel_ms, s_decel_ms each. */
 TREVIK_API uint32_t TREVIK_CALL Trevik_S1_curve_move_LINE2(uint8_t card, uint8_t axis_set, int32_t pos_a,
                                                            int32_t pos_b, uint8_t absolute, uint32_t start_speed,
                                                            uint32_t max_speed, uint32_t accel_ms, uint32_t decel_ms,
@@ -161,8 +162,12 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_S1_curve_move_LINE4(uint8_t card, int32_t
                                                            uint32_t accel_ms, uint32_t decel_ms,
                                                            uint32_t s_accel_ms, uint32_t s_decel_ms);
 
-/* Only here: new end, speeds and T-curve ramps for the running line of these axes, all at once; no new start.
- * absolute 0: distances from where the line started. TREVIK_ERR_NOT_MOVING: an axis of the set is idle. */
+/* Only here: new end, speeds and T-curve ramps for the running line of these axes, all at once; no new start. The
+ * arguments are those of Trevik_T_curve_move_LINE2; absolute 0: distances from where the line started. The library
+ * computes the ramp-down point. A refused max_speed has already moved the positions from which later relative moves
+ * count.
+ *   TREVIK_ERR_NOT_MOVING  an axis of the set is idle
+ *   TREVIK_ERR_PARAM       axis_set above its range; max_speed above 6,553,500 */
 TREVIK_API uint32_t TREVIK_CALL Trevik_OnLine_T_curve_change_LINE2(uint8_t card, uint8_t axis_set, int32_t pos_a,
                                                                    int32_t pos_b, uint8_t absolute,
                                                                    uint32_t start_speed, uint32_t max_speed,
@@ -202,7 +207,7 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_CIR2_radius_move(uint8_t card, uint8_t ax
                                                         uint32_t speed, uint8_t dir);
 
 /* Only here: the center that TrevikA_ARC_radius_move finds for an end relative to the start. Nothing moves.
- *   TREVIK_ERR_PARAM  the end is the start */
+ *   TREVIK_ERR_PARAM  the end is the start; a null pointer */
 TREVIK_API uint32_t TREVIK_CALL Trevik_ARC2_Radius_test(uint8_t card, uint32_t end_a, int32_t radius,
                                                         uint32_t end_b, uint8_t dir, uint32_t *center_a,
                                                         uint32_t *center_b);

@@ -45,13 +45,13 @@ inline Result SRangeLine(const Card &card, SRangeSpeeds ranges, const AxisSet &s
 }
 
 // The forms of the earlier interface: one absolute flag for all axes, no trigger.
-inline constexpr std::uint8_t StartAtOnce = 0;
+inline constexpr std::uint8_t start_at_once = 0;
 
 inline Result LineMoveOneFlag(const Card &card, const AxisSet &set, const Coordinates &coordinates,
                               std::uint8_t absolute, MoveSpeeds speeds, const LineRamps &ramps)
 {
     const std::uint8_t flags[] = {absolute, absolute, absolute, absolute};
-    return LineMove(card, set, {coordinates, flags}, speeds, ramps, StartAtOnce);
+    return LineMove(card, set, {coordinates, flags}, speeds, ramps, start_at_once);
 }
 
 inline Result SRangeLineOneFlag(const Card &card, SRangeSpeeds ranges, const AxisSet &set,

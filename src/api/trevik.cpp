@@ -80,7 +80,7 @@ uint32_t TREVIK_CALL Trevik_T_curve_position_move(uint8_t card, uint8_t axis, ui
                                                   double decelTime)
 {
     return EarlierAxisEntry(card, axis, TPositionMove, Destination{distance, absolute != 0},
-                            MoveSpeeds{startSpeed, maxSpeed}, RampTimes{accelTime, decelTime}, StartAtOnce);
+                            MoveSpeeds{startSpeed, maxSpeed}, RampTimes{accelTime, decelTime}, start_at_once);
 }
 
 uint32_t TREVIK_CALL Trevik_S_curve_position_move(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
@@ -89,7 +89,7 @@ uint32_t TREVIK_CALL Trevik_S_curve_position_move(uint8_t card, uint8_t axis, ui
 {
     return EarlierAxisEntry(card, axis, SPositionMove, SRangeSpeedsOf(sAccel, sDecel),
                             Destination{distance, absolute != 0}, MoveSpeeds{startSpeed, maxSpeed},
-                            RampTimes{accelTime, decelTime}, StartAtOnce);
+                            RampTimes{accelTime, decelTime}, start_at_once);
 }
 
 uint32_t TREVIK_CALL Trevik_S1_curve_position_move(uint8_t card, uint8_t axis, uint32_t distance, uint8_t absolute,
@@ -99,7 +99,7 @@ uint32_t TREVIK_CALL Trevik_S1_curve_position_move(uint8_t card, uint8_t axis, u
     return EarlierAxisEntry(card, axis,
                             SRampTimes{startSpeed, maxSpeed, accelTime, decelTime, sAccelTime, sDecelTime},
                             SPositionMove, Destination{distance, absolute != 0}, MoveSpeeds{startSpeed, maxSpeed},
-                            Seconds(accelTime, decelTime), StartAtOnce);
+                            Seconds(accelTime, decelTime), start_at_once);
 }
 
 uint32_t TREVIK_CALL Trevik_position_change(uint8_t card, uint8_t axis, uint32_t position, uint8_t absolute)
@@ -333,15 +333,13 @@ uint32_t TREVIK_CALL Trevik_ARC2_center_move(uint8_t card, uint8_t axis_pair, in
 uint32_t TREVIK_CALL Trevik_ARC_center_move_XY(uint8_t card, int32_t center_a, int32_t center_b, int32_t end_a,
                                                int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
 {
-    return EarlierCardEntry(card, ArcCenterMove, AxisPair(0), CenterArc{{center_a, center_b}, {end_a, end_b}, dir},
-                            abs != 0, speed);
+    return Trevik_ARC2_center_move(card, 0, center_a, center_b, end_a, end_b, abs, speed, dir);
 }
 
 uint32_t TREVIK_CALL Trevik_ARC_center_move_ZA(uint8_t card, int32_t center_a, int32_t center_b, int32_t end_a,
                                                int32_t end_b, uint8_t abs, uint32_t speed, uint8_t dir)
 {
-    return EarlierCardEntry(card, ArcCenterMove, AxisPair(5), CenterArc{{center_a, center_b}, {end_a, end_b}, dir},
-                            abs != 0, speed);
+    return Trevik_ARC2_center_move(card, 5, center_a, center_b, end_a, end_b, abs, speed, dir);
 }
 
 uint32_t TREVIK_CALL Trevik_ARC2_3P_move(uint8_t card, uint8_t axis_pair, int32_t mid_a, int32_t mid_b,
@@ -456,7 +454,7 @@ uint32_t TREVIK_CALL Trevik_run_pulser_Pmove(uint8_t card, uint8_t axis, uint32_
                                              uint32_t maxSpeed)
 {
     return EarlierAxisEntry(card, axis, TPositionMove, Destination{distance, absolute != 0},
-                            MoveSpeeds{pulser_start_pps, maxSpeed}, RampTimes{}, StartAtOnce);
+                            MoveSpeeds{pulser_start_pps, maxSpeed}, RampTimes{}, start_at_once);
 }
 
 // Card initialisation

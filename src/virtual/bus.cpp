@@ -6,11 +6,9 @@
 #include "platform/host/system.h"
 #include "platform/host/timers.h"
 
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <string>
-#include <string_view>
 #include <thread>
 
 namespace trevik::virtual_card
@@ -27,31 +25,6 @@ constexpr std::array<const char *, bus_slots> paths = {
     R"(\\.\TrevikVirtual4)",  R"(\\.\TrevikVirtual5)",  R"(\\.\TrevikVirtual6)",  R"(\\.\TrevikVirtual7)",
     R"(\\.\TrevikVirtual8)",  R"(\\.\TrevikVirtual9)",  R"(\\.\TrevikVirtual10)", R"(\\.\TrevikVirtual11)",
     R"(\\.\TrevikVirtual12)", R"(\\.\TrevikVirtual13)", R"(\\.\TrevikVirtual14)", R"(\\.\TrevikVirtual15)"};
-
-std::string_view Trimmed(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(" \t");
-    const std::size_t last = text.find_last_not_of(" \t");
-    return first == std::string_view::npos ? std::string_view() : text.substr(first, last - first + 1);
-}
-
-// One "NUMBER:MODEL" of a list.
-bool ParseCard(std::string_view text, CardList &cards)
-{
-    const std::size_t colon = text.find(':');
-    if (colon == std::string_view::npos)
-        return false;
-    const std::string_view digits = Trimmed(text.substr(0, colon));
-    const std::string_view model = Trimmed(text.substr(colon + 1));
-    unsigned number = bus_slots;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc() || end != digits.data() + digits.size() || number >= bus_slots || cards[number])
-        return false;
-    if (model != "A" && model != "AC")
-        return false;
-    cards[number] = model == "A" ? Model::A : Model::AC;
-    return true;
-}
 
 CardList CardsOfEnvironment()
 {
@@ -78,22 +51,6 @@ std::uint32_t Control(void *context, std::uint32_t device, std::uint32_t code, c
 }
 
 } // namespace
-
-std::optional<CardList> ParseCards(const char *text)
-{
-    CardList cards{};
-    std::string_view rest(text);
-    if (Trimmed(rest).empty())
-        return cards;
-    for (;;) {
-        const std::size_t comma = rest.find(',');
-        if (!ParseCard(rest.substr(0, comma), cards))
-            return std::nullopt;
-        if (comma == std::string_view::npos)
-            return cards;
-        rest.remove_prefix(comma + 1);
-    }
-}
 
 Bus::Hold::Hold(Slot &slot) : slot_(&slot)
 {

@@ -1,23 +1,14 @@
 // The virtual cards of the process: which there are, and one thread at a time on each.
 #pragma once
 
-#include "virtual/card.h"
+#include "virtual/card_list.h"
 
 #include <array>
 #include <atomic>
 #include <cstdint>
-#include <optional>
 
 namespace trevik::virtual_card
 {
-
-inline constexpr unsigned bus_slots = 16;
-
-// The models by card number.
-using CardList = std::array<std::optional<Model>, bus_slots>;
-
-// Reads a list such as "0:A,5:AC". Nothing: the text cannot be read, a number is above 15 or stands twice.
-std::optional<CardList> ParseCards(const char *text);
 
 class Bus
 {

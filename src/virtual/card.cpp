@@ -1,6 +1,8 @@
 #include "virtual/card.h"
 
 #include <cstring>
+#include <new>
+#include <type_traits>
 
 namespace trevik::virtual_card
 {
@@ -52,9 +54,11 @@ constexpr Register Counter(unsigned counter)
 
 } // namespace
 
+static_assert(std::is_trivially_destructible_v<Card>);
+
 void Card::reset(std::uint8_t number, Model model)
 {
-    *this = Card();
+    new (this) Card(); // in place: a driver's stack has no room for another card
     number_ = number;
     model_ = model;
 }

@@ -1,4 +1,5 @@
-/* A program that knows the library only by the names of its exports, as programs in other languages do: loads it,
+/* by_name DLL
+ * A program that knows the library only by the names of its exports, as programs in other languages do: loads it,
  * calls every function with a card that does not exist, and checks the answer, that the function took exactly its
  * arguments off the stack, and that the registers a caller relies on are as they were. Then unloads the library, and
  * all of it again. */
@@ -74,23 +75,24 @@ static int faults_of(HMODULE library, const struct function *function)
     memset(words, 0, sizeof words);
     words[0] = no_such_card; /* for a function without a card: any number but 1 */
     outcome = call(address, words, function->stack_bytes / 4);
-    if (outcome.left_on_stack == 0 && outcome.registers_kept && (!function->refuses_card || outcome.result == err_card))
+    if (outcome.left_on_stack == 0 && outcome.registers_kept &&
+        (!function->refuses_card || outcome.result == err_card))
         return 0;
     printf("%s: result %u, %d bytes left on the stack, registers %s\n", function->name, (unsigned)outcome.result,
            (int)outcome.left_on_stack, outcome.registers_kept ? "kept" : "lost");
     return 1;
 }
 
-int main(void)
+int main(int argc, char **argv)
 {
     const int count = (int)(sizeof functions / sizeof functions[0]);
     int faults = 0;
     int round;
     int at;
     for (round = 0; round < 2; ++round) {
-        const HMODULE library = LoadLibraryA("TrevikA.dll");
+        const HMODULE library = LoadLibraryA(argc == 2 ? argv[1] : "TrevikA.dll");
         if (library == NULL) {
-            printf("TrevikA.dll cannot be loaded: error %lu\n", GetLastError());
+            printf("the library cannot be loaded: error %lu\n", GetLastError());
             return 1;
         }
         for (at = 0; at < count; ++at)

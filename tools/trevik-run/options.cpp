@@ -85,6 +85,7 @@ void AddRunOptions(CLI::App &app, Options &options)
 bool ParseOptions(int argc, const char *const *argv, Options &options, int &status)
 {
     CLI::App app(description, "trevik-run");
+    app.allow_windows_style_options(false); // a path may begin with a slash
     app.footer(footer);
     AddRunOptions(app, options);
     AddMachineOptions(app, options.machine);

@@ -268,6 +268,7 @@ void TakeLater(Motion &motion, const Later &later)
 bool ParseOptions(int argc, const char *const *argv, Options &options, int &status)
 {
     CLI::App app(description, "trevik-scope");
+    app.allow_windows_style_options(false); // a path may begin with a slash
     app.footer(footer);
     app.set_version_flag("--version", "trevik-scope " TREVIK_TOOLS_VERSION);
     app.require_subcommand(0, 1); // the complaint about none is our own
