@@ -18,3 +18,7 @@ else()
     include(PackagingDebian)
 endif()
 include(CPack)
+
+if(TARGET trevik-run AND CMAKE_BUILD_TYPE STREQUAL "Release" AND (WIN32 OR TARGET trevik-tests))
+    add_subdirectory(tests/package)
+endif()

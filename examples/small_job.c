@@ -73,15 +73,15 @@ int main(void)
     check(TrevikA_IRQ_enable(0));
     check(TrevikA_IRQ_process_link(0, on_interrupt));
 
-    check(TrevikA_T_LINE2_move(0, 0, -3000, 4000, relative, 500, 50000, 20, 20, 0));
+    check(TrevikA_T_LINE2_move(0, 0, -30000, 40000, relative, 500, 200000, 20, 20, 0));
     WAIT_FOR_END();
     print_positions();
-    /* Clockwise about a center 2000 to the right, from its left to its top. */
-    check(TrevikA_T_ARC_center_move(0, 0, 2000, 0, 2000, 2000, relative, 500, 50000, 20, 0, 0));
+    /* Clockwise about a center 20000 to the right, from its left to its top. */
+    check(TrevikA_T_ARC_center_move(0, 0, 20000, 0, 20000, 20000, relative, 500, 200000, 20, 0, 0));
     WAIT_FOR_END();
     print_positions();
 
-    printf("a move of axis 4: %s\n", result_name(TrevikA_T_position_move(0, 4, 1, 0, 500, 50000, 20, 20, 0)));
+    printf("a move of axis 4: %s\n", result_name(TrevikA_T_position_move(0, 4, 1, 0, 500, 200000, 20, 20, 0)));
     check(TrevikA_close());
     return 0;
 }

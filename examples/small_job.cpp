@@ -64,11 +64,11 @@ void Run()
     Check(TrevikA_IRQ_enable(0));
     Check(TrevikA_IRQ_process_link(0, OnInterrupt));
 
-    Check(TrevikA_T_LINE2_move(0, 0, -3000, 4000, relative.data(), 500, 50000, 20, 20, 0));
+    Check(TrevikA_T_LINE2_move(0, 0, -30000, 40000, relative.data(), 500, 200000, 20, 20, 0));
     ended.acquire();
     PrintPositions();
-    // Clockwise about a center 2000 to the right, from its left to its top.
-    Check(TrevikA_T_ARC_center_move(0, 0, 2000, 0, 2000, 2000, relative.data(), 500, 50000, 20, 0, 0));
+    // Clockwise about a center 20000 to the right, from its left to its top.
+    Check(TrevikA_T_ARC_center_move(0, 0, 20000, 0, 20000, 20000, relative.data(), 500, 200000, 20, 0, 0));
     ended.acquire();
     PrintPositions();
 

@@ -45,11 +45,11 @@ def run():
     check(api.TrevikA_IRQ_enable(0))
     check(api.TrevikA_IRQ_process_link(0, on_interrupt))
 
-    check(api.TrevikA_T_LINE2_move(0, 0, -3000, 4000, relative, 500, 50000, 20, 20, 0))
+    check(api.TrevikA_T_LINE2_move(0, 0, -30000, 40000, relative, 500, 200000, 20, 20, 0))
     ended.acquire()
     print_positions()
-    # Clockwise about a center 2000 to the right, from its left to its top.
-    check(api.TrevikA_T_ARC_center_move(0, 0, 2000, 0, 2000, 2000, relative, 500, 50000, 20, 0, 0))
+    # Clockwise about a center 20000 to the right, from its left to its top.
+    check(api.TrevikA_T_ARC_center_move(0, 0, 20000, 0, 20000, 20000, relative, 500, 200000, 20, 0, 0))
     ended.acquire()
     print_positions()
 

@@ -16,18 +16,18 @@ struct Bus::Slot {
     Card *card; // null: no device here
 
     // Of the device's card.
+    std::int64_t last_ns;     // time of the last look, for time never goes back
+    std::uint32_t generation; // counts its power-ups: what was opened before is gone
+    std::uint8_t number;
     bool present;
     bool opened;
-    std::uint8_t number;
-    std::uint32_t generation; // counts its power-ups: what was opened before is gone
-    std::int64_t last_ns;     // time of the last look, for time never goes back
 
     // Its interrupts: the program's event, and the thread that looks when the next thing happens.
-    KEVENT *event;
-    std::int64_t alarm_ns; // until then the thread sleeps
-    KEVENT wake;
-    void *thread;
     bool ending;
+    KEVENT *event;
+    void *thread;
+    KEVENT wake;
+    std::int64_t alarm_ns; // until then the thread sleeps
 };
 
 namespace

@@ -21,8 +21,8 @@ HANDLE Driver()
     HANDLE handle = driver;
     if (handle != INVALID_HANDLE_VALUE)
         return handle;
-    const HANDLE opened = CreateFileA(R"(\\.\trevikv)", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                      OPEN_EXISTING, 0, nullptr);
+    HANDLE opened = CreateFileA(R"(\\.\trevikv)", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
     if (driver.compare_exchange_strong(handle, opened))
         return opened;
     CloseHandle(opened);
@@ -44,7 +44,7 @@ uint32_t Read(MachineCall call, Function function, Field MachineCall::*field, T 
 {
     call.null = value == nullptr;
     const uint32_t result = Make(call, function);
-    if (result == TREVIK_OK)
+    if (result == TREVIK_OK && value != nullptr)
         *value = static_cast<T>(call.*field);
     return result;
 }
@@ -71,10 +71,10 @@ uint32_t TrevikVirtual_cards_set(const char *cards)
 {
     MachineCall call{};
     call.null = cards == nullptr;
-    if (cards != nullptr && std::strlen(cards) >= sizeof call.text)
+    const std::size_t length = cards != nullptr ? std::strlen(cards) : 0;
+    if (length >= sizeof call.text)
         return TREVIK_ERR_PARAM;
-    if (cards != nullptr)
-        std::strcpy(call.text, cards);
+    std::memcpy(call.text, cards, length);
     return Make(call, Function::cards_set);
 }
 

@@ -58,7 +58,7 @@ NTSTATUS ReadCardText(DEVICE_OBJECT *physical, char *text, ULONG size)
     struct {
         KEY_VALUE_PARTIAL_INFORMATION value;
         WCHAR more[16];
-    } buffer;
+    } buffer = {};
     UNICODE_STRING name;
     RtlInitUnicodeString(&name, L"TrevikCard");
     ULONG length = 0;
@@ -131,7 +131,7 @@ std::uint32_t OpeningOf(const FILE_OBJECT *file)
 
 void SetOpening(FILE_OBJECT *file, std::uint32_t opening)
 {
-    file->FsContext = reinterpret_cast<void *>(static_cast<std::uintptr_t>(opening));
+    file->FsContext = reinterpret_cast<void *>(std::uintptr_t{opening}); // NOLINT(performance-no-int-to-ptr)
 }
 
 NTSTATUS Control(unsigned place, std::uint32_t opening, CardRequest &request, std::uint32_t &returned)
@@ -308,14 +308,19 @@ NTSTATUS DevicePnp(DEVICE_OBJECT *device, IRP *irp)
 NTSTATUS DevicePower(DEVICE_OBJECT *device, IRP *irp)
 {
     Extension &card = ExtensionOf(device);
+    const Stay stay(card);
     PoStartNextPowerIrp(irp);
+    if (!NT_SUCCESS(stay.status()))
+        return Complete(irp, stay.status());
     IoSkipCurrentIrpStackLocation(irp);
     return PoCallDriver(card.below, irp);
 }
 
 NTSTATUS DeviceSystemControl(DEVICE_OBJECT *device, IRP *irp)
 {
-    return PassOn(ExtensionOf(device).below, irp);
+    Extension &card = ExtensionOf(device);
+    const Stay stay(card);
+    return NT_SUCCESS(stay.status()) ? PassOn(card.below, irp) : Complete(irp, stay.status());
 }
 
 // The state is changed while no guard is held: it calls back into the system.

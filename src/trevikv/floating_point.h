@@ -31,7 +31,7 @@ class FloatingPoint
         return (segment & 3u) == 0;
     }
 
-    KFLOATING_SAVE state_;
+    KFLOATING_SAVE state_{};
     NTSTATUS status_;
 };
 

@@ -7,7 +7,7 @@ set -euo pipefail
 printed=$("$@")
 # The library's own line about its search for cards comes when its output is flushed.
 diff - <(tr -d '\r' <<<"$printed" | grep -v '^counter=') <<'END'
-the axes stand at -3000, 4000
-the axes stand at -1000, 6000
+the axes stand at -30000, 40000
+the axes stand at -10000, 60000
 a move of axis 4: TREVIK_ERR_AXIS
 END

@@ -1,9 +1,24 @@
-# The driver's own tests, under Wine: it is installed in a fresh prefix, tested and uninstalled.
-add_executable(driver_test ${CMAKE_CURRENT_LIST_DIR}/driver_test.cpp)
-target_include_directories(driver_test PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
-target_link_libraries(driver_test PRIVATE trevikv_client trevik_options setupapi doctest::doctest)
+# Under Wine, in a fresh prefix where the driver is installed, and uninstalled at the end: the driver's own tests, and
+# machine programs on the real DLL.
+set(with_driver ${CMAKE_CURRENT_SOURCE_DIR}/with_driver.sh ${CMAKE_BINARY_DIR}/driver)
 
-set(with_driver ${CMAKE_CURRENT_LIST_DIR}/with_driver.sh ${PROJECT_BINARY_DIR}/driver)
+add_executable(driver_test driver_test.cpp)
+target_include_directories(driver_test PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
+target_link_libraries(driver_test PRIVATE trevikv_client trevik_options doctest::doctest setupapi)
 add_test(NAME driver COMMAND ${with_driver} "0:A,5:AC" $<TARGET_FILE:driver_test>)
 add_test(NAME driver_no_card COMMAND ${with_driver} "" $<TARGET_FILE:driver_test> --no-skip "--test-suite=no card")
-set_tests_properties(driver driver_no_card PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 120)
+
+add_executable(end_to_end end_to_end_test.cpp)
+target_link_libraries(end_to_end PRIVATE TrevikA trevikv_client trevik_options doctest::doctest)
+add_test(NAME end_to_end COMMAND ${with_driver} "0:A,5:AC" $<TARGET_FILE:end_to_end>)
+add_test(NAME unload_real COMMAND ${with_driver} "0:A" $<TARGET_FILE:unload> free)
+# The tool that cuts parts, in real time.
+add_test(NAME part_on_driver
+    COMMAND ${with_driver} "0:A" $<TARGET_FILE:trevik-run> ${CMAKE_CURRENT_SOURCE_DIR}/plate.ngc)
+
+set(tests driver driver_no_card end_to_end unload_real part_on_driver)
+set_tests_properties(${tests} PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 120 WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
+
+# No instruction of the dispatch code touches the registers that it saves for the cards.
+add_test(NAME driver_registers COMMAND sh -c
+    "code=$(${CMAKE_OBJDUMP} -d $<JOIN:$<TARGET_OBJECTS:trevikv_dispatch>, >) && ! echo \"$code\" | grep -E '%(xmm|mm|st)'")

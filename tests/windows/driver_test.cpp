@@ -316,6 +316,14 @@ TEST_CASE("an axis moves in real time, and its end signals the linked event, onc
     CHECK_FALSE(Signalled(event.get(), 400)); // closed meanwhile
 }
 
+TEST_CASE("only an event can be linked")
+{
+    const Handle card = OpenCard(0);
+    const Handle mutex(CreateMutexA(nullptr, FALSE, nullptr));
+    CHECK(Link(card.get(), mutex.get()) == ERROR_INVALID_HANDLE);
+    CHECK(Link(card.get(), card.get()) == ERROR_INVALID_HANDLE);
+}
+
 TEST_CASE("a process that ends lets its card go")
 {
     const Handle ready(CreateEventA(nullptr, FALSE, FALSE, "trevikv driver test"));

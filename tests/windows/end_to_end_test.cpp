@@ -81,16 +81,17 @@ void TREVIK_CALL OnInterrupt(std::uint32_t card)
 
 } // namespace
 
-// The first: each further start adds a tick, and makes the axis slower.
+// The first: each further start adds a tick, and makes the axis slower. When the handwheel rests an axis goes on at
+// the speed that it had last, which can be as little as 50 pulses/s.
 TEST_CASE("the system's timer moves an axis behind its handwheel")
 {
     const Started library;
     CHECK(TrevikA_pulser_map_set(0, 0, 0, 0) == TREVIK_OK);
     CHECK(TrevikA_pulser_motion_enable(0, 0, 1, 3) == TREVIK_OK);
     TrevikVirtual_handwheel_turn(0, 0, 500, 0.3);
-    CHECK(Within(3s, [] { return Position(0, 0) == 1500; }));
+    CHECK(Within(20s, [] { return Position(0, 0) == 1500; }));
     TrevikVirtual_handwheel_turn(0, 0, -700, 0.3);
-    CHECK(Within(3s, [] { return Position(0, 0) == -600; }));
+    CHECK(Within(20s, [] { return Position(0, 0) == -600; }));
     CHECK(TrevikA_pulser_motion_enable(0, 0, 0, 1) == TREVIK_OK);
 }
 

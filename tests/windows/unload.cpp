@@ -1,4 +1,4 @@
-// Unloads the virtual DLL, and ends the process, while the handwheel's tick, callbacks and the timers' thread run.
+// Unloads the DLL that it finds, and ends the process, while the handwheel's tick, callbacks and the timers' thread run.
 //   unload free    20 times: load, use, unload
 //   unload exit    the process ends with everything running
 //   unload stuck   a callback that never comes back
@@ -44,11 +44,13 @@ int Use(HMODULE library)
     if (FIND(TrevikA_IRQ_source_set)(0, 0, 0, 1) != TREVIK_OK || FIND(TrevikA_IRQ_mask_set)(0, 0, 1) != TREVIK_OK ||
         FIND(TrevikA_IRQ_process_link)(0, Count) != TREVIK_OK || FIND(TrevikA_IRQ_enable)(0) != TREVIK_OK)
         return 4;
+    auto *const turn_handwheel = FIND(TrevikVirtual_counter_set); // the real DLL does not have it
     const ULONGLONG start_ms = GetTickCount64();
     for (std::int32_t turn = 0; calls < before + 3; ++turn) {
         if (GetTickCount64() - start_ms > 5000)
             return 5;
-        FIND(TrevikVirtual_counter_set)(0, 1, 4, turn);
+        if (turn_handwheel != nullptr)
+            turn_handwheel(0, 1, 4, turn);
         FIND(TrevikA_T_position_move)(0, 0, turn % 2 == 0 ? 50 : -50u, 0, 5000, 50000, 1, 1, 0);
         Sleep(1);
         if (stuck && calls > 0)

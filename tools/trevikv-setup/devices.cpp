@@ -94,8 +94,9 @@ void SetCard(HDEVINFO set, SP_DEVINFO_DATA &device, const std::string &card)
     HKEY key = SetupDiCreateDevRegKeyA(set, &device, DICS_FLAG_GLOBAL, 0, DIREG_DEV, nullptr, nullptr);
     if (key == INVALID_HANDLE_VALUE)
         throw SystemFailure("Making the registry key of card " + card);
-    const LSTATUS status = RegSetValueExA(key, card_value, 0, REG_SZ, reinterpret_cast<const BYTE *>(card.c_str()),
-                                          static_cast<DWORD>(card.size() + 1));
+    const auto size = static_cast<DWORD>(card.size()) + 1;
+    const LSTATUS status =
+        RegSetValueExA(key, card_value, 0, REG_SZ, reinterpret_cast<const BYTE *>(card.c_str()), size);
     RegCloseKey(key);
     if (status != ERROR_SUCCESS)
         throw SystemFailure("Writing card " + card + " into the registry", static_cast<unsigned long>(status));
