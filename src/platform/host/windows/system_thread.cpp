@@ -52,7 +52,7 @@ DWORD WINAPI Begin(void *parameter)
 
 HANDLE HandleOf(std::uintptr_t handle)
 {
-    return reinterpret_cast<HANDLE>(handle);
+    return reinterpret_cast<HANDLE>(handle); // NOLINT(performance-no-int-to-ptr)
 }
 
 const void *ModuleOf(const void *code)
@@ -71,8 +71,8 @@ bool RunsOwnCode(HANDLE thread)
         return false; // it has ended
     const bool known = GetThreadContext(thread, &context) != 0;
     ResumeThread(thread);
-    return known && ModuleOf(reinterpret_cast<const void *>(context.Eip)) ==
-                        ModuleOf(reinterpret_cast<const void *>(&Begin));
+    const auto *at = reinterpret_cast<const void *>(context.Eip); // NOLINT(performance-no-int-to-ptr)
+    return known && ModuleOf(at) == ModuleOf(reinterpret_cast<const void *>(&Begin));
 }
 
 // The loader lets the thread end only later. A thread that does not come back in time is left to StopRemainingThreads.
