@@ -5,9 +5,9 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <new>
 
 namespace trevik
 {
@@ -61,7 +61,7 @@ class InterfaceDetail
         if (os::SetupDiGetDeviceInterfaceDetailA(set.get(), &data, nullptr, 0, &size, nullptr) ||
             os::GetLastError() != os::ErrorInsufficientBuffer)
             return failed();
-        buffer_.reset(new (std::nothrow) char[size]);
+        buffer_.reset(static_cast<char *>(std::malloc(size)));
         if (!buffer_) {
             std::printf("Insufficient memory.\n");
             return false;
@@ -86,7 +86,11 @@ class InterfaceDetail
         return false;
     }
 
-    std::unique_ptr<char[]> buffer_;
+    // By the C library's allocation, which cannot throw: nothing of exceptions comes into the library.
+    struct Free {
+        void operator()(char *memory) const { std::free(memory); }
+    };
+    std::unique_ptr<char, Free> buffer_;
 };
 
 void CloseHeld(CardTable &cards, const char *path)

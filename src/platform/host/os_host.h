@@ -102,6 +102,7 @@ HANDLE CreateThread(LPSECURITY_ATTRIBUTES security, SIZE_T stack_size, LPTHREAD_
 BOOL SetThreadPriority(HANDLE thread, int priority);
 DWORD ResumeThread(HANDLE thread);
 DWORD WaitForSingleObject(HANDLE object, DWORD timeout_ms);
+void Sleep(DWORD time_ms); // by the machine's own clock, also while the manual one stands still
 [[noreturn]] void ExitThread(DWORD exit_code);
 DWORD GetCurrentThreadId();
 DWORD GetCurrentProcessId();

@@ -5,6 +5,8 @@
 #include "platform/host/system_thread.h"
 #include "platform/host/waitable.h"
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace trevik::host
@@ -174,6 +176,11 @@ void ExitThread(DWORD)
     if (host::own_thread != nullptr)
         host::own_thread->end();
     host::SystemThread::exit();
+}
+
+void Sleep(DWORD time_ms)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(time_ms));
 }
 
 DWORD GetCurrentThreadId()

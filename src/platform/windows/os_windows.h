@@ -59,6 +59,7 @@ using ::SetupDiDestroyDeviceInfoList;
 using ::SetupDiEnumDeviceInterfaces;
 using ::SetupDiGetClassDevsA;
 using ::SetupDiGetDeviceInterfaceDetailA;
+using ::Sleep;
 using ::timeKillEvent;
 using ::timeSetEvent;
 using ::WaitForSingleObject;
