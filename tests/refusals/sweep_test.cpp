@@ -3,6 +3,7 @@
 // A refused write, command or port changes nothing but the result. A refused read is as good as one that is answered
 // with the value that counts instead (0, unless the letter of the request says otherwise), but for what the letter
 // adds. The table says which letter; the rules stand in `expect`.
+#include "refusals/declared.h"
 #include "refusals/table.h"
 #include "support/captured_output.h"
 #include "support/started_library.h"
@@ -50,10 +51,11 @@ constexpr std::int32_t base_before = 5;
 #define TREVIK_SHADOW_FIELDS(X)                                                                                    \
     X(FixedMultiplier)                                                                                             \
     X(RangeFixed)                                                                                                  \
-    X(ModeWord) X(ContinuousFlag) X(LastTarget) X(BacklashEnabled) X(CorrectionSpeed) X(MoveIssued)                \
-        X(ShortfallPending) X(LastMoveWasArc) X(ArcShortfall) X(IrqSourceShadow) X(PulserEnabled) X(PulserRatio)   \
-            X(PulserMap) X(PulserBase) X(PulserDirection) X(PulserHistory[0]) X(PulserHistory[1])                  \
-                X(PulserHistory[4]) X(PulserTarget) X(PulserLastSpeed) X(PulserUnsettled)
+    X(ModeWord)                                                                                                    \
+    X(ContinuousFlag) X(LastTarget) X(BacklashEnabled) X(CorrectionSpeed) X(MoveIssued) X(ShortfallPending)        \
+        X(LastMoveWasArc) X(ArcShortfall) X(IrqSourceShadow) X(PulserEnabled) X(PulserRatio) X(PulserMap)          \
+            X(PulserBase) X(PulserDirection) X(PulserHistory[0]) X(PulserHistory[1]) X(PulserHistory[4])           \
+                X(PulserTarget) X(PulserLastSpeed) X(PulserUnsettled)
 
 // What the library remembers of an axis, and of its card.
 struct Remembered {
@@ -432,12 +434,11 @@ struct Sweep {
 
 TEST_CASE("every request of every function, refused")
 {
-    constexpr std::array exported{
-#include "exported_names.inc"
-    };
-    std::set<std::string> missing(exported.begin(), exported.end());
+    std::set<std::string> missing;
+    for (const Declared &function : declared)
+        missing.insert(function.name);
     for (const char *start_up : {"TrevikA_initial", "Trevik_initial", "TrevikA_close", "Trevik_close"})
-        missing.erase(start_up); // whose requests startup_test refuses
+        missing.erase(start_up); // system_functions_test does
 
     const std::size_t threads = ThreadCount();
     {
@@ -452,6 +453,6 @@ TEST_CASE("every request of every function, refused")
     }
     for (const std::string &name : missing)
         FAIL_CHECK("no call of " << name);
-    CHECK(HappensSoon([=] { return ThreadCount() == threads; }));
+    CHECK(HappensSoon([=] { return ThreadCount() <= threads; }));
     CHECK(host::OpenHandleCount() == 0);
 }

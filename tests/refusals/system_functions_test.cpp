@@ -161,6 +161,6 @@ TEST_CASE("events and threads that cannot be created are not reported, and nothi
             CHECK(driver.requests() == (function == Function::CreateThread ? 1 : 2));
             JoinCallbacks(card);
             CHECK(host::OpenHandleCount() == handles);
-            CHECK(HappensSoon([=] { return ThreadCount() == threads; }));
+            CHECK(HappensSoon([=] { return ThreadCount() <= threads; }));
         }
 }

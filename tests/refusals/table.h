@@ -20,7 +20,8 @@ std::uint32_t EnabledOnce(const double *arguments, Outs &outs)
     Outs event;
     const std::uint32_t result = Calling<Enable>::call(arguments, event);
     Card card;
-    manager.numbered(0, card);
+    if (manager.numbered(static_cast<std::uint8_t>(arguments[0]), card) != Result::Ok)
+        return result;
     os::CloseHandle(card.state().IrqEvent);
     *outs.next<std::uint8_t>() = card.state().IrqEvent != nullptr;
     return result;
@@ -31,7 +32,8 @@ std::uint32_t LinkedOnce(const double *arguments, Outs &outs)
 {
     const std::uint32_t result = Calling<Link>::call(arguments, outs);
     Card card;
-    manager.numbered(0, card);
+    if (manager.numbered(static_cast<std::uint8_t>(arguments[0]), card) != Result::Ok)
+        return result;
     *outs.next<std::uint8_t>() = card.state().IrqIdle;
     JoinCallbacks(card);
     return result;
