@@ -8,10 +8,9 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <string>
+#include <string_view>
 #include <tuple>
 #include <type_traits>
-#include <vector>
 
 namespace trevik::test
 {
@@ -75,12 +74,18 @@ T Take(const double *&arguments, Outs &outs)
         return static_cast<T>(static_cast<std::int64_t>(*arguments++));
 }
 
+template <class T>
+inline constexpr bool IsArgument =
+    !std::is_pointer_v<T> || std::is_same_v<T, const std::uint8_t *> || std::is_same_v<T, const char *>;
+
 using Caller = std::uint32_t (*)(const double *arguments, Outs &outs);
 
 template <auto Exported, class Parameters = typename Signature<decltype(Exported)>::Parameters>
 struct Calling;
 template <auto Exported, class... P>
 struct Calling<Exported, std::tuple<P...>> {
+    static constexpr std::size_t takes = (0 + ... + (IsArgument<P> ? 1 : 0));
+
     static std::uint32_t call([[maybe_unused]] const double *arguments, [[maybe_unused]] Outs &outs)
     {
         const std::tuple<P...> taken{Take<P>(arguments, outs)...}; // braces: from left to right
@@ -89,8 +94,9 @@ struct Calling<Exported, std::tuple<P...>> {
 };
 
 struct Export {
-    const char *name;
-    Caller call;
+    const char *name = nullptr;
+    Caller call = nullptr;
+    std::size_t takes = 1; // arguments
 };
 
 // A call and what the refusal of its requests does: one letter for each of its first requests, '.' for the rest.
@@ -113,18 +119,18 @@ struct Export {
 //
 // A '*' repeats the letter before it for all the rest. States: see Sweep::reset.
 struct Row {
-    std::vector<Export> functions; // names of the same
-    std::string letters;
-    std::vector<double> arguments;
-    std::string state{};
+    Export functions[2]; // names of the same
+    std::string_view letters;
+    double arguments[13];
+    std::string_view state = "";
     std::uint32_t result = 0; // when nothing is refused; not 0: also whatever is refused
 };
 
-// An exported function under its name.
-#define F(name)                                                                                                    \
-    Export                                                                                                         \
-    {                                                                                                              \
-#name, Calling < &name> ::call                                                                             \
-    }
+template <auto Exported>
+constexpr Export Named(const char *name)
+{
+    return {name, Calling<Exported>::call, Calling<Exported>::takes};
+}
+#define F(name) Named<&name>(#name)
 
 } // namespace trevik::test

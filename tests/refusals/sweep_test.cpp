@@ -52,10 +52,12 @@ constexpr std::int32_t base_before = 5;
     X(FixedMultiplier)                                                                                             \
     X(RangeFixed)                                                                                                  \
     X(ModeWord)                                                                                                    \
-    X(ContinuousFlag) X(LastTarget) X(BacklashEnabled) X(CorrectionSpeed) X(MoveIssued) X(ShortfallPending)        \
-        X(LastMoveWasArc) X(ArcShortfall) X(IrqSourceShadow) X(PulserEnabled) X(PulserRatio) X(PulserMap)          \
-            X(PulserBase) X(PulserDirection) X(PulserHistory[0]) X(PulserHistory[1]) X(PulserHistory[4])           \
-                X(PulserTarget) X(PulserLastSpeed) X(PulserUnsettled)
+    X(ContinuousFlag)                                                                                              \
+    X(LastTarget)                                                                                                  \
+    X(BacklashEnabled) X(CorrectionSpeed) X(MoveIssued) X(ShortfallPending) X(LastMoveWasArc) X(ArcShortfall)      \
+        X(IrqSourceShadow) X(PulserEnabled) X(PulserRatio) X(PulserMap) X(PulserBase) X(PulserDirection)           \
+            X(PulserHistory[0]) X(PulserHistory[1]) X(PulserHistory[4]) X(PulserTarget) X(PulserLastSpeed)         \
+                X(PulserUnsettled)
 
 // What the library remembers of an axis, and of its card.
 struct Remembered {
@@ -119,15 +121,15 @@ bool Same(const RawRequest &a, const RawRequest &b)
            (CodeOf(a) == ControlCode::IOCTL_IRQ_LINK || a.in == b.in); // an event is another one each time
 }
 
-char LetterOf(const std::string &letters, std::size_t request)
+char LetterOf(std::string_view letters, std::size_t request)
 {
     if (letters.ends_with('*') && request >= letters.size() - 1)
         return letters[letters.size() - 2];
     return request < letters.size() ? letters[request] : '.';
 }
-bool HasAny(const std::string &letters, const char *wanted)
+bool HasAny(std::string_view letters, const char *wanted)
 {
-    return letters.find_first_of(wanted) != std::string::npos;
+    return letters.find_first_of(wanted) != letters.npos;
 }
 
 // Targets as the moves re-base them: once for each position that was read.
@@ -223,9 +225,9 @@ struct Sweep {
     //   b  they move     q  they move in continuous mode     n  axis 3 was not moved
     //   r  speed ranges fixed    s  S-curve    l  backlash correction    w  the last move was an arc
     //   e  axis 1 follows the handwheel of axis 3     U  but not yet
-    void reset(const std::string &state)
+    void reset(std::string_view state)
     {
-        const auto is = [&](char letter) { return state.find(letter) != std::string::npos; };
+        const auto is = [&](char letter) { return state.find(letter) != state.npos; };
         for (std::uint8_t n = 0; n < axis_count; ++n) {
             AxisShadow &shadow = card.axis(n).shadow();
             shadow.start_up(n);
@@ -270,7 +272,7 @@ struct Sweep {
         Outcome outcome;
         const std::size_t handles = host::OpenHandleCount();
         Outs outs;
-        outcome.result = function.call(row.arguments.data(), outs);
+        outcome.result = function.call(row.arguments, outs);
         for (std::size_t i = 0; i < outcome.outs.size(); ++i)
             outcome.outs[i] = outs.cell(i);
         outcome.handles = host::OpenHandleCount() - handles;
@@ -345,7 +347,7 @@ struct Sweep {
             const Rebased rebased(expected.trace, expected.trace.size(), number, refused);
             axis["ShortfallPending"] = std::min(axis["ShortfallPending"], rebased.pending);
             axis["ArcShortfall"] = rebased.shortfall;
-            if (row.state.find('w') != std::string::npos && rebased.pending == 0)
+            if (row.state.find('w') != row.state.npos && rebased.pending == 0)
                 axis["LastMoveWasArc"] = 1;
             break;
         }
@@ -399,9 +401,9 @@ struct Sweep {
     {
         std::ostringstream text;
         text << function.name << "(";
-        for (std::size_t i = 0; i < row.arguments.size(); ++i)
+        for (std::size_t i = 0; i < function.takes; ++i)
             text << (i != 0 ? ", " : "") << row.arguments[i];
-        text << ")" << (row.state.empty() ? "" : ", state " + row.state);
+        text << ")" << (row.state.empty() ? "" : ", state ") << row.state;
         return text.str();
     }
 
@@ -409,9 +411,9 @@ struct Sweep {
     {
         const std::string call = describe(row, function);
         const Outcome clean = run(row, function, [] {});
-        const Outcome first = run(row, row.functions.front(), [] {});
+        const Outcome first = run(row, row.functions[0], [] {});
         if (const std::string difference = Difference(first, clean); !difference.empty())
-            FAIL_CHECK(call << " is not " << row.functions.front().name << ":\n"
+            FAIL_CHECK(call << " is not " << row.functions[0].name << ":\n"
                             << difference << clean.log << "expected:\n"
                             << first.log);
         if (clean.result != row.result || clean.handles != 0)
@@ -443,8 +445,10 @@ TEST_CASE("every request of every function, refused")
     const std::size_t threads = ThreadCount();
     {
         Sweep sweep;
-        for (const Row &row : Table())
+        for (const Row &row : calls)
             for (const Export &function : row.functions) {
+                if (function.call == nullptr)
+                    continue;
                 sweep.functions += missing.erase(function.name);
                 ++sweep.rows;
                 sweep.sweep(row, function);
