@@ -48,6 +48,7 @@ constexpr std::uint32_t target_before = 1000; // of every axis
 constexpr std::uint32_t position = 990;
 constexpr std::int32_t base_before = 5;
 
+// clang-format off
 #define TREVIK_SHADOW_FIELDS(X)                                                                                    \
     X(FixedMultiplier)                                                                                             \
     X(RangeFixed)                                                                                                  \
@@ -58,6 +59,7 @@ constexpr std::int32_t base_before = 5;
         X(IrqSourceShadow) X(PulserEnabled) X(PulserRatio) X(PulserMap) X(PulserBase) X(PulserDirection)           \
             X(PulserHistory[0]) X(PulserHistory[1]) X(PulserHistory[4]) X(PulserTarget) X(PulserLastSpeed)         \
                 X(PulserUnsettled)
+// clang-format on
 
 // What the library remembers of an axis, and of its card.
 struct Remembered {
