@@ -103,10 +103,6 @@ read   axis 3  LATCH_DATA -> 0x0000000D
     // 4095 and 4094 are kept as 1024, which reads back as 4096.
     TrevikAC_PID_set(0, 0, 1, 4094);
     CHECK(Reading(TrevikAC_PID_read, 0, 0) == "1 4096 ");
-    driver.refuse(0, 31);
-    CHECK(Reading(TrevikAC_PID_read, 0, 0) == "77 4096 ");
-    driver.refuse(1, 31);
-    CHECK(Reading(TrevikAC_DA_read, 0, 3) == "result 31 65535 ");
 }
 
 TEST_CASE_FIXTURE(StartedAC, "model before arguments, arguments before the handle")

@@ -40,14 +40,6 @@ TEST_CASE_FIXTURE(StartedLibrary, "card initialisation")
         CHECK(driver.log() == expected(moved));
     }
 
-    // Only the refusal of the TTL mode's last write is reported.
-    for (const std::size_t request : {0, 16, 30, 52, 78, 79})
-        driver.refuse(request, 31);
-    CHECK(TrevikA_init_card(0) == TREVIK_OK);
-    const std::size_t last_ttl_write = 77;
-    driver.refuse(last_ttl_write, 31);
-    CHECK(TrevikA_init_card(0) == 31);
-
     // What was configured since start-up stays; the next move counts from the cleared position.
     TrevikA_SD_PIN_set(0, 0, 1, 0, 0, 0);
     idle(0);

@@ -1,8 +1,6 @@
 // The earlier names: the same requests as their current counterparts, and what differs.
 #include "support/captured_output.h"
-#include "support/reading.h"
 #include "support/recording_driver.h"
-#include "support/started_library.h"
 
 #include <trevik/Trevik.h>
 
@@ -88,85 +86,9 @@ TEST_CASE("earlier names reach cards of any model")
     CHECK(driver.log() == "read   axis 2  main status -> 0x0000\n");
     CHECK(Trevik_position_change(4, 2, 9, 0) == TREVIK_OK);
     CHECK(Trevik_set_current_position(4, 2, 9) == TREVIK_ERR_BUSY);
+    CHECK(Trevik_load_config_from_file(4, "no such file") == TREVIK_ERR_FILE);
+    CHECK(Trevik_save_config2_file(16, "no such card") == TREVIK_ERR_CARD);
     driver.devices().clear();
     CHECK(Quietly(Trevik_initial) == TREVIK_ERR_OPEN);
     CHECK(Trevik_close() == TREVIK_OK);
-}
-
-TEST_CASE_FIXTURE(StartedLibrary, "earlier settings and reads send and give what the current ones do")
-{
-    for (std::uint32_t axis = 0; axis < 4; ++axis) {
-        driver.port(SubStatusPort(axis)) = 0x5A5A;
-        for (std::uint32_t code = 0x80; code < 0xC0; ++code)
-            driver.reg(axis, static_cast<Register>(code)) = 0x12345678 * (code + axis);
-    }
-    const auto same = [this](auto earlier, auto current, auto... selectors) {
-        const std::string given = Reading(earlier, 0, selectors...);
-        const std::string sent = driver.log();
-        CHECK(given == Reading(current, 0, selectors...));
-        CHECK(sent == driver.log());
-    };
-    TrevikA_init_card(0); // the first stops of an axis look at less than later ones
-    driver.forget();
-    same(Trevik_init_card, TrevikA_init_card);
-    same(Trevik_set_pulse_outmode, TrevikA_pulse_outmode_set, 1, 1);
-    same(Trevik_readback_pulse_outmode, TrevikA_pulse_outmode_read, 1);
-    same(Trevik_set_pulse_inmode, TrevikA_pulse_inmode_set, 1, 1, 1);
-    same(Trevik_readback_pulse_inmode, TrevikA_pulse_inmode_read, 1);
-    same(Trevik_config_SD_PIN, TrevikA_SD_PIN_set, 1, 1, 1, 1, 1);
-    same(Trevik_readback_SD_PIN, TrevikA_SD_PIN_read, 1);
-    same(Trevik_config_PCS_PIN, TrevikA_PCS_PIN_set, 1, 1, 1);
-    same(Trevik_readback_PCS_PIN, TrevikA_PCS_PIN_read, 1);
-    same(Trevik_config_INP_PIN, TrevikA_INP_PIN_set, 1, 1, 1);
-    same(Trevik_readback_INP_PIN, TrevikA_INP_PIN_read, 1);
-    same(Trevik_config_ERC_PIN, TrevikA_ERC_PIN_set, 1, 1, 1, 2, 2);
-    same(Trevik_readback_ERC_PIN, TrevikA_ERC_PIN_read, 1);
-    same(Trevik_config_ALM_PIN, TrevikA_ALM_PIN_set, 1, 1, 1);
-    same(Trevik_readback_ALM_PIN, TrevikA_ALM_PIN_read, 1);
-    same(Trevik_config_LTC_PIN, TrevikA_LTC_PIN_set, 1, 1, 1);
-    same(Trevik_readback_LTC_PIN, TrevikA_LTC_PIN_read, 1);
-    same(Trevik_config_CMP_OUT, TrevikA_CMP_PIN_set, 1, 1);
-    same(Trevik_readback_CMP_OUT, TrevikA_CMP_PIN_read, 1);
-    same(Trevik_config_EL_MODE, TrevikA_EL_mode_set, 1, 1);
-    same(Trevik_readback_EL_MODE, TrevikA_EL_mode_read, 1);
-    same(Trevik_set_HOME_pin_logic, TrevikA_HOME_PIN_logic_set, 1, 1);
-    same(Trevik_readback_HOME_pin_logic, TrevikA_HOME_PIN_logic_read, 1);
-    same(Trevik_set_EZ_pin_logic, TrevikA_EZ_PIN_logic_set, 1, 1);
-    same(Trevik_readback_EZ_pin_logic, TrevikA_EZ_PIN_logic_read, 1);
-    same(Trevik_read_point_status, TrevikA_point_read, 1, 1);
-    same(Trevik_write_output_point, TrevikA_point_set, 1, 1, 1);
-    same(Trevik_config_TTL_IO_MODE, TrevikA_TTL_IO_mode_set, 1);
-    same(Trevik_readback_TTL_IO_MODE, TrevikA_TTL_IO_mode_read);
-    same(Trevik_config_softlimit, TrevikA_softlimit_config_set, 1, 1, 1);
-    same(Trevik_readback_config_softlimit, TrevikA_softlimit_config_read, 1);
-    same(Trevik_set_softlimit_data, TrevikA_softlimit_data_set, 1, 41, 42);
-    same(Trevik_readback_softlimit_data, TrevikA_softlimit_data_read, 1);
-    same(Trevik_enable_softlimit, TrevikA_softlimit_enable_set, 1, 1);
-    same(Trevik_readback_enable_softlimit, TrevikA_softlimit_enable_read, 1);
-    same(Trevik_read_softlimit_flag, TrevikA_softlimit_flag_read, 1);
-    same(Trevik_backlash_comp, TrevikA_backlash_comp_set, 1, 41, 1, 43);
-    same(Trevik_readback_backlash_comp, TrevikA_backlash_comp_read, 1);
-    same(Trevik_suppress_vibration, TrevikA_suppress_vibration_set, 1, 41, 42);
-    same(Trevik_readback_suppress_vibration, TrevikA_suppress_vibration_read, 1);
-    same(Trevik_set_event_factor, TrevikA_event_factor_set, 1, -1);
-    same(Trevik_read_event_flag, TrevikA_event_flag_read, 1);
-    same(Trevik_read_error_flag, TrevikA_error_flag_read, 1);
-    same(Trevik_set_INT_source, TrevikA_IRQ_source_set, 1, -1, -1);
-    same(Trevik_disable_IRQ, TrevikA_IRQ_disable);
-    same(Trevik_read_INT_status, TrevikA_IRQ_status_read, 1);
-    same(Trevik_read_FB_counter, TrevikA_FB_counter_read, 1);
-    same(Trevik_set_FB_counter, TrevikA_FB_counter_set, 1, 41);
-    same(Trevik_read_FBcounter_latch_value, TrevikA_FB_counter_latch_value_read, 1);
-    same(Trevik_config_comparator_out, TrevikA_CMP_out_set, 1, 1, 2, 1);
-    same(Trevik_readback_comparator_out, TrevikA_CMP_out_read, 1);
-    same(Trevik_set_comparator_data, TrevikA_CMP_data_set, 1, 41);
-    same(Trevik_readback_comparator_data, TrevikA_CMP_data_read, 1);
-    same(Trevik_read_compare_flag, TrevikA_CMP_flag_read, 1);
-    same(Trevik_trigger_CSTA_pulse, TrevikA_CSTA_trigger);
-    same(Trevik_trigger_CSTP_pulse, TrevikA_CSTP_trigger);
-    driver.refuse(0, 31);
-    CHECK(Trevik_load_config_from_file(0, "no such file") == TREVIK_ERR_FILE);
-    CHECK(Trevik_save_config2_file(16, "no such card") == TREVIK_ERR_CARD);
-    CHECK(Trevik_set_INT_mask(0, 2, 1) == TREVIK_OK);
-    CHECK(Has(driver.log(), "axis 2  SIGNAL_CONFIG1"));
 }

@@ -136,18 +136,6 @@ TEST_CASE_FIXTURE(StartedLibrary, "files that cannot be used change nothing; ref
     CHECK(TrevikA_config_file_read(0, folder.file("exact").c_str()) == TREVIK_OK);
     CHECK((shadow(2).BacklashEnabled == 0x0A && shadow(3).BacklashEnabled == 'x'));
 
-    // A register that cannot be read is saved with the value before it.
-    driver.reg(2, Register::SIGNAL_CONFIG1) = 0x11223344;
-    driver.refuse(3, 31);
-    CHECK(TrevikA_config_file_set(0, name.c_str()) == TREVIK_OK);
-    CHECK(Contents(name).substr(8, 8) == "\x44\x33\x22\x11\x44\x33\x22\x11");
-    driver.refuse(47, 5);
-    CHECK(TrevikA_config_file_set(0, name.c_str()) == 5);
-    driver.refuse(46, 5);
-    CHECK(TrevikA_config_file_read(0, name.c_str()) == TREVIK_OK);
-    driver.refuse(47, 5);
-    CHECK(TrevikA_config_file_read(0, name.c_str()) == 5);
-
     // Without a card there is a file of zeros, and a load that reaches the shadows alone.
     shadow(0).BacklashEnabled = std::uint8_t{0};
     shadow(1).BacklashEnabled = std::uint8_t{7};

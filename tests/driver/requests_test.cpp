@@ -74,37 +74,3 @@ TEST_CASE("requests have their codes, sizes and offsets, and zeros elsewhere")
         CHECK(request.out_size == row.out_size);
     }
 }
-
-TEST_CASE("refused requests: registers report the driver's error, ports do not")
-{
-    RecordingDriver driver;
-    TrevikA_initial();
-    std::uint32_t position = 77;
-    driver.refuse(0, 31);
-    CHECK(TrevikA_current_position_read(0, 0, &position) == 31);
-    CHECK(position == 77);
-
-    std::uint8_t flag = 77;
-    driver.refuse(0, 31);
-    CHECK(TrevikA_motion_status_read(0, 0, 0, &flag) == TREVIK_OK);
-    CHECK(flag == 0); // a status that could not be read: not idle
-
-    driver.refuse(0, 31);
-    CHECK(TrevikA_continuous_buffer_no_read(0, 0, &flag) == 31);
-    CHECK(flag == 0);
-
-    driver.refuse(1, 170); // the write of a position: refused, but the target has moved
-    CHECK(TrevikA_current_position_set(0, 0, 500) == 170);
-    CHECK(TrevikA_T_position_move(0, 0, 500, 1, 1, 1, 0, 0, 0) == TREVIK_ERR_PARAM);
-
-    // A refused register in the middle of a move does not stop the move; nor does its start command report.
-    driver.reg(0, Register::COUNTER1) = 500;
-    driver.forget();
-    driver.refuse(4, 31);
-    driver.refuse(12, 31);
-    CHECK(TrevikA_T_position_move(0, 0, 600, 1, 1, 1, 0, 0, 0) == TREVIK_OK);
-    CHECK(driver.requests() == 13);
-    // A position that cannot be read leaves the target where it is.
-    driver.refuse(2, 31);
-    CHECK(TrevikA_T_position_move(0, 0, 600, 1, 1, 1, 0, 0, 0) == TREVIK_ERR_PARAM);
-}

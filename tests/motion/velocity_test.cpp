@@ -58,9 +58,6 @@ TEST_CASE_FIXTURE(StartedLibrary, "speed changes compare register values and kee
     driver.reg(1, Register::MODE) = 0x01000041;
     CHECK(TrevikA_velocity_change(0, 1, 3000, 300) == TREVIK_ERR_NOT_MOVING);
     CHECK(driver.log() == "read   axis 1  MODE -> 0x01000041\n");
-    driver.refuse(0, 31); // what the axis runs is not known: nothing is changed
-    CHECK(TrevikA_velocity_change(0, 1, 3000, 300) == TREVIK_ERR_NOT_MOVING);
-    driver.forget();
 
     driver.reg(1, Register::MODE) = 0x01000008;
     driver.reg(1, Register::MAX_SPEED) = 52427; // 8000 pulses/s

@@ -104,30 +104,10 @@ TEST_CASE_FIXTURE(StartedLibrary, "status words, masks, timers and the snapshot 
     CHECK(Reading(TrevikA_IRQ_status_read, 0, 5) == "result 301 77 77 77 ");
     CHECK((driver.requests() == 5 && driver.raw()[0].code == 0x2220C4 && driver.raw()[0].in.empty() &&
            driver.raw()[0].out_size == 84));
-    driver.refuse(0, 31);
-    CHECK(Reading(TrevikA_IRQ_status_read, 0, 1) == "result 100 0 0 0 ");
 }
 
-TEST_CASE_FIXTURE(StartedLibrary, "refused requests of ports are not reported, those of registers are")
+TEST_CASE_FIXTURE(StartedLibrary, "sources, masks and timers: what is checked before what")
 {
-    for (const std::size_t request : {0, 1, 2, 3})
-        driver.refuse(request, 31);
-    CHECK(TrevikA_IRQ_mask_set(0, 4, 1) == TREVIK_OK);
-    CHECK(Reading(TrevikA_IRQ_mask_read, 0) == "0 ");
-    CHECK(TrevikA_timer_start(0) == TREVIK_OK);
-    CHECK(TrevikA_CSTA_trigger(0) == TREVIK_OK);
-    driver.refuse(0, 31);
-    driver.reg(1, Register::LIMIT_CONFIG) = 0xFFFFFFFF;
-    driver.forget();
-    CHECK(TrevikA_softlimit_enable_set(0, 1, 1) == TREVIK_OK); // the read: starts from 0
-    CHECK(Has(driver.log(), "write  axis 1  LIMIT_CONFIG = 0x00001818\n"));
-    driver.refuse(0, 31);
-    CHECK(Reading(TrevikA_FB_counter_read, 0, 1) == "result 31 77 ");
-    driver.refuse(0, 31);
-    CHECK(Reading(TrevikA_CMP_out_read, 0, 1) == "result 31 0 0 0 ");
-    driver.refuse(0, 31);
-    driver.reg(1, Register::SOFTLIMIT2) = 9;
-    CHECK(Reading(TrevikA_softlimit_data_read, 0, 1) == "77 9 ");
     CHECK(TrevikA_IRQ_mask_set(0, 5, 1) == TREVIK_ERR_AXIS);
     CHECK(TrevikA_IRQ_source_set(0, 4, 0, 0) == TREVIK_ERR_AXIS);
     CHECK(TrevikA_IRQ_source_set(1, 4, 0, 0) == TREVIK_ERR_HANDLE);

@@ -65,6 +65,12 @@ class RecordingDriver
         return registers_[{axis, ReadCode(code)}];
     }
 
+    // What the read of a register was answered.
+    std::uint32_t register_of(const RawRequest &read)
+    {
+        return registers_[{GetField<std::uint32_t>(read.in.data(), 0), GetField<std::uint32_t>(read.in.data(), 4)}];
+    }
+
     std::uint16_t &index(std::uint32_t axis, std::uint32_t number) { return index_registers_[{axis, number}]; }
     std::array<std::uint8_t, 84> &snapshot() { return snapshot_; }
 
@@ -73,6 +79,11 @@ class RecordingDriver
 
     // Refuses the request of this number (0 is the first from now) with `error`.
     void refuse(std::size_t number, std::uint32_t error) { refusals_[total_ + number] = error; }
+    // Refuses every request with `error`; 0: none but those of refuse().
+    void refuse_all(std::uint32_t error) { refuses_all_ = error; }
+
+    // Answers the read of this number with `value`.
+    void reply(std::size_t number, std::uint32_t value) { replies_[total_ + number] = value; }
 
     // The requests since the last time this was asked, a line each; and byte for byte.
     std::string log()
@@ -118,11 +129,14 @@ class RecordingDriver
         RecordingDriver &driver = self(context);
         const auto *bytes = static_cast<const std::uint8_t *>(in);
         driver.raw_.push_back({code, {bytes, bytes + in_size}, out_size});
-        std::uint32_t error = 0;
-        if (const auto refusal = driver.refusals_.find(driver.total_++); refusal != driver.refusals_.end())
+        const std::size_t number = driver.total_++;
+        std::uint32_t error = driver.refuses_all_;
+        if (const auto refusal = driver.refusals_.find(number); refusal != driver.refusals_.end())
             error = refusal->second;
-        else
+        if (error == 0)
             driver.answer(device, code, bytes, out);
+        if (const auto reply = driver.replies_.find(number); reply != driver.replies_.end())
+            driver.replace(code, out, reply->second);
         driver.log_ += DescribeRequest({code, in, in_size, out, out_size, error}) + "\n";
         *returned = error == 0 ? out_size : 0;
         return error;
@@ -163,6 +177,18 @@ class RecordingDriver
         }
     }
 
+    static void replace(std::uint32_t code, void *out, std::uint32_t value)
+    {
+        switch (static_cast<ControlCode>(code)) {
+        case ControlCode::IOCTL_REG_READ:
+            return put(out, 0, value);
+        case ControlCode::IOCTL_IRQ_STATUS:
+            return put(out, 0, std::array<std::uint8_t, 84>{});
+        default: // ports and index registers
+            return put(out, 20, static_cast<std::uint16_t>(value));
+        }
+    }
+
     template <class T>
     static void put(void *out, std::size_t offset, T value)
     {
@@ -177,6 +203,8 @@ class RecordingDriver
     std::uint32_t linked_event_ = 0;
     bool remembers_ = false;
     std::map<std::size_t, std::uint32_t> refusals_;
+    std::map<std::size_t, std::uint32_t> replies_;
+    std::uint32_t refuses_all_ = 0;
     std::size_t total_ = 0;
     std::string log_;
     std::vector<RawRequest> raw_;
