@@ -70,9 +70,8 @@ double RampDistance(double from_pps, double to_pps, const RampShape &shape)
 
 double BrakingDistance(double pps, const ProfileInput &input)
 {
-    const double end_pps = EndSpeed(input);
     const bool brakes = input.start != StartKind::High && (!input.manual_rampdown || input.rampdown_pulses > 0);
-    return brakes && pps > end_pps ? RampDistance(pps, end_pps, input.decel) : 0;
+    return brakes && pps > input.start_pps ? RampDistance(pps, input.start_pps, input.decel) : 0;
 }
 
 // Drops all pieces; the next one starts here.
