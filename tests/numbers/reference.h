@@ -164,18 +164,20 @@ inline Path Plan(double speed, double distance, const Registers &registers, bool
     path.add({max, max, 0, endless, endless});
     if (continuous)
         return path;
-    slows_down = slows_down && max > start;
     if (slows_down && registers.manual() && point > 0) {
         path.cut(std::max(0.0, distance - point));
         const double there = path.phases.empty() ? speed : path.speed(endless);
-        path.add(registers.ramp(there, start));
-        path.add({start, start, 0, endless, endless});
-    } else if (slows_down && !registers.manual()) {
+        const double end = std::min(start, max);
+        path.add(registers.ramp(there, end));
+        path.add({end, end, 0, endless, endless});
+    } else if (slows_down && !registers.manual() && max > start) {
         double top = max;
         if (rise + registers.ramp(max, start).length() > distance) {
-            top = Bisect(std::max(start, std::min(speed, max)), std::max(speed, max), [&](double tried) {
+            const auto covers = [&](double tried) {
                 return registers.ramp(speed, tried).length() + registers.ramp(tried, start).length() >= distance;
-            });
+            };
+            top = speed > max ? speed - Bisect(0, speed - max, [&](double drop) { return covers(speed - drop); })
+                              : Bisect(std::max(start, speed), max, covers);
             path.phases.clear();
             path.add(registers.ramp(speed, top));
         } else {
