@@ -14,12 +14,14 @@ void Chip::drop_queue(unsigned axis_set)
     });
 }
 
-// Decelerates by the deceleration registers of `rates` as they are now.
+// Decelerates by the deceleration registers of `rates` as they are now. What takes no nanosecond is over now, and not
+// as rounding has it before or after the requests of the same time.
 void Chip::slow_down(Section &leader, const Section &rates, const Moment &now, double last_pps)
 {
-    leader.profile.stop(leader.start_time.seconds_until(now), ProfileOf(rates, 0).decel,
-                        ProfileDistance(leader.longest), last_pps);
-    leader.due = leader.start_time.later(leader.profile.duration_s());
+    const double time_s = leader.start_time.seconds_until(now);
+    leader.profile.stop(time_s, ProfileOf(rates, 0).decel, ProfileDistance(leader.longest), last_pps);
+    const double end_s = leader.profile.duration_s();
+    leader.due = end_s - time_s < 1e-9 ? now : leader.start_time.later(end_s);
 }
 
 // The start speed is the one from which an axis may stop at once, and what the rates of a move are made for.

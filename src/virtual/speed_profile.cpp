@@ -46,6 +46,16 @@ double MeetingSpeed(double start_pps, double end_pps, double distance, const Pro
     return Smaller(Larger(SquareRoot(squared), low), input.max_pps);
 }
 
+// Speed above the maximum speed to which a changed operation slows down first, where slowing down to the maximum speed
+// and then, by a curve of its own, to `end` would take more than `distance`.
+double DetourSpeed(double pps, double end_pps, double distance, const ProfileInput &input)
+{
+    const auto ramps = [&](double drop) {
+        return RampDistance(pps, pps - drop, input.decel) + RampDistance(pps - drop, end_pps, input.decel);
+    };
+    return pps - Solve(0, pps - input.max_pps, distance, ramps);
+}
+
 } // namespace
 
 // Time within the piece, at most `most_s`, at which a distance is reached.
@@ -70,9 +80,8 @@ double RampDistance(double from_pps, double to_pps, const RampShape &shape)
 
 double BrakingDistance(double pps, const ProfileInput &input)
 {
-    const double end_pps = EndSpeed(input);
     const bool brakes = input.start != StartKind::High && (!input.manual_rampdown || input.rampdown_pulses > 0);
-    return brakes && pps > end_pps ? RampDistance(pps, end_pps, input.decel) : 0;
+    return brakes && pps > input.start_pps ? RampDistance(pps, input.start_pps, input.decel) : 0;
 }
 
 // Drops all pieces; the next one starts here.
@@ -141,8 +150,9 @@ void SpeedProfile::plan_automatic(const ProfileInput &input, double end_pps)
     double peak = input.max_pps;
     const RampShape &first = RampToMaximum(end_speed_, input);
     const double ramps = RampDistance(end_speed_, peak, first) + RampDistance(peak, end_pps, input.decel);
-    if (ramps > rest && end_speed_ < peak)
-        peak = MeetingSpeed(end_speed_, end_pps, rest, input);
+    if (ramps > rest)
+        peak = end_speed_ > peak ? DetourSpeed(end_speed_, end_pps, rest, input)
+                                 : MeetingSpeed(end_speed_, end_pps, rest, input);
     add_ramp(peak, first);
     run(end - RampDistance(peak, end_pps, input.decel));
     add_ramp(end_pps, input.decel);

@@ -44,4 +44,8 @@ void *FunctionOf(void *library, const char *name);
 // Threads of this process.
 std::size_t ThreadCount();
 
+// Open files, or handles, of this process; and bytes of its heap in use, 0 where the heap cannot tell.
+std::size_t OpenHandles();
+std::size_t HeapBytes();
+
 } // namespace trevik::test

@@ -55,33 +55,6 @@ TEST_CASE_FIXTURE(VirtualMachine, "a ramped arc stays on its circle, slows down 
     CHECK((at(0) == 6000 && at(1) == 6000));
 }
 
-TEST_CASE_FIXTURE(
-    VirtualMachine,
-    "random arcs of every description end where they should, within a pulse of their circle all the way")
-{
-    for (unsigned seed = 0; seed < 60; ++seed) {
-        CAPTURE(seed);
-        Draw draw(seed);
-        TrevikA_current_position_set(0, 0, 0);
-        TrevikA_current_position_set(0, 1, 0);
-        const std::int32_t cx = draw.distance(7, 3000);
-        const std::int32_t cy = draw.distance(7, 3000);
-        const double radius = std::hypot(cx, cy);
-        const double angle = draw.between(0, 6283) / 1000.0;
-        const auto ex = static_cast<std::int32_t>(std::lround(cx + radius * std::cos(angle)));
-        const auto ey = static_cast<std::int32_t>(std::lround(cy + radius * std::sin(angle)));
-        const auto dir = static_cast<std::uint8_t>(seed % 2);
-        const std::uint32_t speed = draw.between(1000, 50000);
-        const std::uint32_t result =
-            seed % 3 == 0   ? TrevikA_ARC_center_move(0, 0, cx, cy, ex, ey, 0, speed, dir)
-            : seed % 3 == 1 ? TrevikA_T_ARC_center_move(0, 0, cx, cy, ex, ey, relative, 300, speed, 50, dir, 0)
-                            : TrevikA_S_ARC_center_move(0, 0, cx, cy, ex, ey, relative, 300, speed, 50, 10, dir, 0);
-        REQUIRE(result == TREVIK_OK);
-        CHECK(Follow(cx, cy, 1).circle <= 1);
-        CHECK((at(0) == ex && at(1) == ey));
-    }
-}
-
 TEST_CASE_FIXTURE(VirtualMachine,
                   "an end off the circle is not reached; the next relative move starts from where it was to be")
 {

@@ -29,45 +29,9 @@ struct RandomMove {
         return s_curve ? TrevikA_S_position_move(0, 0, d, 0, start, max, up_ms, down_ms, curved_ms, curved_ms, 0)
                        : TrevikA_T_position_move(0, 0, d, 0, start, max, up_ms, down_ms, 0);
     }
-    std::uint32_t change(std::int32_t end) const
-    {
-        const std::uint32_t e = Unsigned(end);
-        return s_curve ? TrevikA_S_onLINE_change(0, 0, e, 1, start, max, up_ms, down_ms, curved_ms, curved_ms)
-                       : TrevikA_T_onLINE_change(0, 0, e, 1, start, max, up_ms, down_ms);
-    }
 };
 
 } // namespace
-
-TEST_CASE_FIXTURE(VirtualMachine, "moves that change all the time keep their speed at each change and end exactly")
-{
-    for (unsigned seed = 0; seed < 200; ++seed) {
-        CAPTURE(seed);
-        Draw draw(seed);
-        RandomMove values(draw);
-        std::int32_t end = at(0) + draw.distance(10, 1e5);
-        CHECK(values.move(end - at(0)) == TREVIK_OK);
-        for (int change = 0; change < 30 && !idle(0); ++change) {
-            TrevikHost_advance(draw.between(0, 4) == 0 ? 0 : draw.between(1, 40) * 1e-3);
-            if (idle(0))
-                break;
-            const double before = speed(0);
-            const std::int32_t position = at(0);
-            const std::uint32_t old_start = values.start;
-            const bool end_alone = draw.between(0, 3) == 0;
-            values = end_alone ? values : RandomMove(draw);
-            end = draw.between(0, 3) == 0 ? end : position + draw.distance(1, 1e5);
-            CHECK((end_alone ? TrevikA_position_change(0, 0, Unsigned(end), 1) : values.change(end)) == TREVIK_OK);
-            CHECK(at(0) == position);
-            // An axis that turns round at its start speed does so at once.
-            CHECK(std::abs(speed(0) - before) <
-                  1e-3 * std::abs(before) + 2.0 * std::max(values.start, old_start) + 10);
-        }
-        run_out();
-        CHECK(at(0) == end);
-        CHECK(TrevikA_T_position_move(0, 0, Unsigned(end), 1, 500, 500, 0, 0, 0) == TREVIK_ERR_PARAM);
-    }
-}
 
 TEST_CASE_FIXTURE(VirtualMachine, "an online change brings its speeds and ramps with it")
 {
@@ -149,7 +113,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "a stopped move restarts and ends where it was
 
 TEST_CASE_FIXTURE(VirtualMachine, "only what a stop interrupted restarts")
 {
-    for (const int hindrance : {0, 1, 2}) {
+    for (const int hindrance : {0, 1, 2, 3}) {
         CAPTURE(hindrance);
         CHECK(TrevikA_T_LINE2_move(0, 0, 1000, 500, relative, 1000, 1000, 0, 0, 0) == TREVIK_OK);
         if (hindrance == 0)
@@ -161,7 +125,8 @@ TEST_CASE_FIXTURE(VirtualMachine, "only what a stop interrupted restarts")
         if (hindrance == 2)
             WriteRegister(0, Register::DISTANCE, 300);
         run_out();
-        CHECK(TrevikA_2Axis_restart(0, 0) == TREVIK_OK);
+        // The last time one axis is not named.
+        CHECK((hindrance == 3 ? TrevikA_2Axis_restart(0, 1) : TrevikA_2Axis_restart(0, 0)) == TREVIK_OK);
         CHECK((idle(0) && idle(1)));
     }
 }

@@ -9,37 +9,6 @@ using namespace trevik::test;
 using trevik::Command;
 using trevik::Register;
 
-TEST_CASE_FIXTURE(VirtualMachine, "random position moves end exactly, in the time that their ramps need")
-{
-    for (unsigned seed = 0; seed < 400; ++seed) {
-        CAPTURE(seed);
-        Draw draw(seed);
-        const std::int32_t distance = draw.distance(1, 3e6);
-        const std::uint32_t start_pps = draw.magnitude(10, 5000);
-        const std::uint32_t max_pps = start_pps + draw.magnitude(10, 5e5);
-        const std::uint32_t accel_ms = draw.between(0, 400);
-        const std::uint32_t decel_ms = draw.between(0, 800);
-        CHECK(TrevikA_T_position_move(0, 0, Unsigned(distance), 0, start_pps, max_pps, accel_ms, decel_ms, 0) ==
-              TREVIK_OK);
-        const std::int32_t begin = at(0);
-        double highest = 0;
-        double elapsed = 0;
-        std::int32_t last = begin;
-        while (!idle(0)) {
-            const double step = std::min(next_event(), std::abs(distance) / 20.0 / max_pps + 1e-6);
-            TrevikHost_advance(step);
-            elapsed += step;
-            highest = std::max(highest, std::abs(speed(0)));
-            CHECK((at(0) - last) * (distance < 0 ? -1 : 1) >= 0);
-            last = at(0);
-        }
-        CHECK(at(0) - begin == distance);
-        CHECK(highest <= max_pps * 1.001 + 0.15); // one unit of the speed register
-        CHECK(elapsed + 1e-6 >= std::abs(distance) / (max_pps * 1.001 + 0.15));
-        CHECK(speed(0) == 0);
-    }
-}
-
 TEST_CASE_FIXTURE(
     VirtualMachine,
     "ramps last as long as they were asked to, within a step of the rate; speed is the derivative of position")
@@ -82,46 +51,6 @@ TEST_CASE_FIXTURE(
         const double step_s = (65535.0 - 130) * row.clocks / 19660800;
         CHECK(std::abs(up_s - row.up_ms * 1e-3) < step_s + 2 * dt);
         CHECK(std::abs(down_s - row.down_ms * 1e-3) < step_s + 2 * dt);
-    }
-}
-
-TEST_CASE_FIXTURE(VirtualMachine,
-                  "lines stay within one pulse of the ideal line and end together, also stopped and restarted")
-{
-    for (unsigned seed = 0; seed < 200; ++seed) {
-        CAPTURE(seed);
-        Draw draw(seed);
-        std::array<std::int32_t, 4> d{};
-        std::array<std::int32_t, 4> begin{};
-        for (std::uint8_t axis = 0; axis < 4; ++axis) {
-            begin[axis] = at(axis);
-            d[axis] = draw.distance(1, 1e5);
-        }
-        CHECK(TrevikA_T_LINE4_move(0, d[0], d[1], d[2], d[3], relative, 100, draw.magnitude(200, 2e5), 50, 200,
-                                   0) == TREVIK_OK);
-        const double length = std::hypot(std::hypot(d[0], d[1]), std::hypot(d[2], d[3]));
-        const double step = std::max(1e-4, next_event() / 37);
-        int steps_to_stop = seed % 2 == 0 ? static_cast<int>(draw.between(0, 30)) : -1;
-        const double tolerance = seed % 2 == 0 ? 1.5 : 1.0; // it stops half a pulse off its way
-        while (!idle(0)) {
-            if (steps_to_stop-- == 0) {
-                CHECK(TrevikA_stop(0, all_axes, draw.between(0, 1) * 50) == TREVIK_OK);
-                run_out();
-                CHECK(TrevikA_3Axis_restart(0, 0) == TREVIK_OK); // the fourth axis is not named
-                CHECK((idle(0) && idle(1) && idle(2)));
-                CHECK(TrevikA_4Axis_restart(0) == TREVIK_OK);
-            }
-            double along = 0;
-            for (std::uint8_t axis = 0; axis < 4; ++axis)
-                along += (at(axis) - begin[axis]) * (d[axis] / length);
-            for (std::uint8_t axis = 0; axis < 4; ++axis)
-                CHECK(std::abs(at(axis) - begin[axis] - along * d[axis] / length) <= tolerance);
-            TrevikHost_advance(step);
-        }
-        for (std::uint8_t axis = 0; axis < 4; ++axis) {
-            CHECK(idle(axis));
-            CHECK(at(axis) - begin[axis] == d[axis]);
-        }
     }
 }
 

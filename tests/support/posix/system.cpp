@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include <dlfcn.h>
+#include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -64,6 +65,17 @@ std::size_t ThreadCount()
 {
     const std::filesystem::directory_iterator tasks("/proc/self/task");
     return static_cast<std::size_t>(std::distance(begin(tasks), end(tasks)));
+}
+
+std::size_t OpenHandles()
+{
+    const std::filesystem::directory_iterator files("/proc/self/fd");
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+std::size_t HeapBytes()
+{
+    return mallinfo2().uordblks;
 }
 
 } // namespace trevik::test

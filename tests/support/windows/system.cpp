@@ -77,4 +77,16 @@ std::size_t ThreadCount()
     return count;
 }
 
+std::size_t OpenHandles()
+{
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return count;
+}
+
+std::size_t HeapBytes()
+{
+    return 0;
+}
+
 } // namespace trevik::test
