@@ -137,7 +137,7 @@ TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the progr
         double pulses_per_mm_x;
     };
     const std::string circles =
-        "F1200 G0 X30 Y1\nG2 I-10\nG3 I0.5\nG3 I0.001\nG2 I0.5 Z-0.9\nG2 I-10 Z-3\nG0 X0 Y0";
+        "F1200 G0 X30 Y1\nG2 I-10\nG3 I0.5\nG3 I0.001\nG2 I0.5 Z-0.9\nG2 I0.03 Z0.012\nG2 I-10 Z-3\nG0 X0 Y0";
     const Case cases[] = {
         {"arcs", RandomArcs(1, 300), 400},
         {"coarse", RandomArcs(2, 300), 12},
