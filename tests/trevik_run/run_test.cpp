@@ -136,8 +136,7 @@ TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the progr
         std::string text;
         double pulses_per_mm_x;
     };
-    const std::string circles =
-        "F1200 G0 X30 Y1\nG2 I-10\nG3 I0.5\nG3 I0.001\nG2 I0.5 Z-0.9\nG2 I0.03 Z0.012\nG2 I-10 Z-3\nG0 X0 Y0";
+    const std::string circles = "F1200 G0 X30 Y1\nG2 I-10\nG3 I0.5\nG3 I0.001\nG2 I-10 Z-3\nG0 X0 Y0";
     const Case cases[] = {
         {"arcs", RandomArcs(1, 300), 400},
         {"coarse", RandomArcs(2, 300), 12},
@@ -146,6 +145,8 @@ TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the progr
         {"steep helices", RandomArcs(5, 200, 5), 400},
         {"helices of a part that uses A", "G0 A90\n" + RandomArcs(6, 200, 0.5), 400},
         {"circles", circles, 400},
+        {"a steep helix of a whole turn", "F1200 G2 I0.5 Z-0.9", 400},
+        {"a helix of few pulses", "F865 G2 I0.03 Z0.012", 400},
     };
     for (const Case &c : cases) {
         CAPTURE(std::string(c.name));
