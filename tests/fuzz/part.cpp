@@ -28,7 +28,7 @@ Options TakeOptions(std::uint8_t choice)
     options.machine.keep_a = (choice & 2) != 0;
     options.block_delete = (choice & 4) != 0;
     if ((choice & 8) != 0)
-        options.machine.pulses_per_unit = {333, 40, 400, 12.5};
+        options.machine.pulses_per_unit = {333, 400, 400, 12.5};
     if ((choice & 16) != 0)
         options.machine.start_pps = 20000;
     if ((choice & 32) != 0)
