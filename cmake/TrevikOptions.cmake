@@ -24,3 +24,5 @@ if(TREVIK_SANITIZE)
         -fsanitize=${TREVIK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(trevik_options INTERFACE -fsanitize=${TREVIK_SANITIZE})
 endif()
+
+option(TREVIK_FUZZ "Build the programs of tests/fuzz instead of the tests; clang only" OFF)

@@ -145,6 +145,8 @@ TEST_CASE("run: chained arcs, lines and helices stay within a pulse of the progr
         {"steep helices", RandomArcs(5, 200, 5), 400},
         {"helices of a part that uses A", "G0 A90\n" + RandomArcs(6, 200, 0.5), 400},
         {"circles", circles, 400},
+        {"a steep helix of a whole turn", "F1200 G2 I0.5 Z-0.9", 400},
+        {"a helix of few pulses", "F865 G2 I0.03 Z0.012", 400},
     };
     for (const Case &c : cases) {
         CAPTURE(std::string(c.name));

@@ -49,6 +49,19 @@ Point CenterOf(const Point &a, const Point &b, const Point &c)
     return {a.x + (ac.y * b2 - ab.y * c2) / area, a.y + (ab.x * c2 - ac.x * b2) / area};
 }
 
+// The angle by which a circle around `center` turns from a to b on its way, counter-clockwise above 0.
+double TurnAround(const Point &center, const Point &a, const Point &b, bool clockwise)
+{
+    const Point from = a - center;
+    const Point to = b - center;
+    const double turn = std::atan2(from.x * to.y - from.y * to.x, from.x * to.x + from.y * to.y);
+    const double whole = 2 * std::numbers::pi;
+    if (clockwise) {
+        return turn > 0 ? turn - whole : turn;
+    }
+    return turn < 0 ? turn + whole : turn;
+}
+
 // A distance across the path as the furthest axis sees it, with the card's own stepping added. `x` and `y`: the unit
 // vector across.
 double InAxes(double across, double x, double y)
@@ -71,6 +84,7 @@ class Fitter
     void TryAlongBisector();
     void TryAround();
     void Try(double x, double y);
+    bool GoesRound(const Point &center) const;
     double DeviationOf(const Point &center) const;
     double EndDeviation(const Point &rounded, std::size_t place) const;
 
@@ -181,11 +195,20 @@ void Fitter::Try(double x, double y)
     }
 }
 
+// With its center on the other side of the chord a circle meets the same ends, and goes round nearly a whole turn too
+// much.
+bool Fitter::GoesRound(const Point &center) const
+{
+    const bool clockwise = path_.Turn() < 0;
+    const double wanted = TurnAround(center_, places_[0].at, places_[even_places - 1].at, clockwise);
+    return Closed() || std::fabs(TurnAround(center, from_, to_, clockwise) - wanted) < std::numbers::pi / 2;
+}
+
 double Fitter::DeviationOf(const Point &center) const
 {
     const double radius = Size(from_ - center);
     double largest = 0;
-    if (radius < 1 || std::fabs(Size(to_ - center) - radius) > most_end_gap) {
+    if (radius < 1 || std::fabs(Size(to_ - center) - radius) > most_end_gap || !GoesRound(center)) {
         return std::numeric_limits<double>::infinity();
     }
     for (std::size_t i = 0; i < place_count_; ++i) {

@@ -178,18 +178,20 @@ double ProgrammedPath::NearestShare(const Pulses &position) const
     return line_.square > 0 ? std::clamp(along / line_.square, 0.0, 1.0) : 0;
 }
 
-// By the angle seen from the center, for a helix by Z too. Where a whole turn meets its beginning, Z tells one end
-// from the other.
+// By the angle seen from the center, for a helix by Z too; on an ellipse in pulses that is only near. Where a whole turn meets its beginning, a position a pulse off
+// is seen at the wrong end of it: Z tells one end from the other.
 double ProgrammedPath::NearestOfArc(const Pulses &position) const
 {
     const double angle =
         std::atan2(position[1] * units_per_pulse_[1] - arc_.y, position[0] * units_per_pulse_[0] - arc_.x);
     const double ahead = (angle - arc_.angle) / arc_.sweep;
     const double turn = whole_turn / std::fabs(arc_.sweep);
-    const double share = ahead - std::floor(ahead / turn) * turn; // from 0 to a whole turn
-    const double inside = line_.delta[2] == 0 ? std::min(share, 1.0) : Improved(std::min(share, 1.0), position);
-    if (inside > 0.01 && inside < 0.99) {
-        return inside;
+    const double share = std::min(1.0, ahead - std::floor(ahead / turn) * turn); // of up to a whole turn
+    const bool angle_counts = line_.delta[2] == 0 && units_per_pulse_[0] == units_per_pulse_[1];
+    const auto refined = [&](double at) { return angle_counts ? at : Improved(at, position); };
+    const double margin = std::max(0.01, 2 / circle_steps_); // two pulses of a small circle
+    if (share > margin && share < 1 - margin) {
+        return refined(share);
     }
     const auto square_at = [&](double at) {
         const Vec4 place = At(at);
@@ -199,7 +201,8 @@ double ProgrammedPath::NearestOfArc(const Pulses &position) const
         }
         return square;
     };
-    return std::min({inside, 0.0, 1.0}, [&](double a, double b) { return square_at(a) < square_at(b); });
+    return std::min({refined(share), refined(0), refined(1)},
+                    [&](double a, double b) { return square_at(a) < square_at(b); });
 }
 
 } // namespace trevik_run
