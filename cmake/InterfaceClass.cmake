@@ -7,12 +7,12 @@ if(NOT TREVIK_INTERFACE_CLASS MATCHES "^${four}${four}-${four}-${four}-${four}-$
     message(FATAL_ERROR "TREVIK_INTERFACE_CLASS is no GUID: \"${TREVIK_INTERFACE_CLASS}\"; it looks like "
         "01234567-89ab-cdef-0123-456789abcdef")
 endif()
-string(REPLACE "-" ";" parts ${TREVIK_INTERFACE_CLASS})
-list(GET parts 0 TREVIK_CLASS_1)
-list(GET parts 1 TREVIK_CLASS_2)
-list(GET parts 2 TREVIK_CLASS_3)
-list(GET parts 3 first_bytes)
-list(GET parts 4 last_bytes)
+string(REPLACE "-" ";" groups ${TREVIK_INTERFACE_CLASS})
+list(GET groups 0 TREVIK_CLASS_1)
+list(GET groups 1 TREVIK_CLASS_2)
+list(GET groups 2 TREVIK_CLASS_3)
+list(GET groups 3 first_bytes)
+list(GET groups 4 last_bytes)
 string(REGEX REPLACE "(${two})" "0x\\1, " TREVIK_CLASS_4 "${first_bytes}${last_bytes}")
 string(REGEX REPLACE ", $" "" TREVIK_CLASS_4 "${TREVIK_CLASS_4}")
 configure_file(${PROJECT_SOURCE_DIR}/src/driver/interface_class.h.in
