@@ -295,6 +295,8 @@ class Card
         }
         if (axis == lead_)
             return from_[axis] + way_ * pulses;
+        if (length_ == 0)
+            return from_[axis];
         return from_[axis] + std::llround(static_cast<double>(goes_[axis]) * static_cast<double>(pulses) / length_);
     }
 
