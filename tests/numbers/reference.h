@@ -412,7 +412,7 @@ class Card
                 return same;
             };
             done_ += here(done_) ? 0 : here(done_ - 1) ? -1 : 1; // a stop is within a pulse
-            points_.erase(points_.begin(), points_.begin() + done_);
+            points_.erase(points_.begin(), points_.begin() + static_cast<std::ptrdiff_t>(done_));
             for (auto point = points_.rbegin(); point != points_.rend(); ++point)
                 *point = {point->x - points_.front().x, point->y - points_.front().y};
         }
