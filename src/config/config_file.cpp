@@ -108,7 +108,7 @@ Result ConfigFileSave(const Card &card, const char *name)
         return read;
     });
     for (std::uint8_t n = 0; n < axis_count; ++n) {
-        const AxisShadow &shadow = card.axis(n).shadow();
+        const AxisShadow &shadow = card.state().Axes[n];
         record.put(speeds_at + std::size_t{n} * 4, std::uint32_t{shadow.CorrectionSpeed});
         record.put(modes_at + n, std::uint8_t{shadow.BacklashEnabled});
     }
@@ -124,7 +124,7 @@ Result ConfigFileLoad(const Card &card, const char *name)
         return axis.write(reg, record->get<std::uint32_t>(offset));
     });
     for (std::uint8_t n = 0; n < axis_count; ++n) {
-        AxisShadow &shadow = card.axis(n).shadow();
+        AxisShadow &shadow = card.state().Axes[n];
         shadow.CorrectionSpeed = record->get<std::uint32_t>(speeds_at + std::size_t{n} * 4);
         shadow.BacklashEnabled = record->get<std::uint8_t>(modes_at + n);
     }

@@ -32,7 +32,7 @@ Point EndOf(ArcEnd end, Point point)
     return end == ArcEnd::FullCircle ? Point{} : point;
 }
 
-std::array<std::int32_t, 4> Coordinates(Point point)
+std::array<std::int32_t, 4> LineEnd(Point point)
 {
     return {point.x, point.y};
 }
@@ -108,7 +108,7 @@ Result ArcThroughMove(const Card &card, const AxisSet &pair, const ThroughArc &a
     if (!found.collinear)
         return ArcCenterMove(card, pair, {found.circle.center, EndOf(end, last), found.direction}, false, speed);
     if (end == ArcEnd::AtPoint) {
-        LineMove(card, pair, {Coordinates(last), all_relative.data()}, {speed, speed}, TRamps({}), 0);
+        LineMove(card, pair, {LineEnd(last), all_relative.data()}, {speed, speed}, TRamps({}), 0);
         return Result::ArcAsLine;
     }
     ArcCenterMove(card, pair, {{last.x / 2, last.y / 2}, {}, found.direction}, false, speed);
@@ -189,7 +189,7 @@ Result RampedArcThroughMove(const Card &card, const AxisSet &pair, const Through
     if (geometry == Result::Ok)
         return RampedArcCenterMove(card, pair, found, {all_relative.data(), run.speeds, run.ramp, run.trigger});
     if (end == ArcEnd::AtPoint || run.ramp.curve == Curve::S)
-        LineMove(card, pair, {Coordinates(arc.end), run.absolute_flags}, run.speeds, TRamps(run.ramp.both().times),
+        LineMove(card, pair, {LineEnd(arc.end), run.absolute_flags}, run.speeds, TRamps(run.ramp.both().times),
                  run.trigger);
     return geometry;
 }

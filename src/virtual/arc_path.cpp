@@ -10,11 +10,6 @@ namespace trevik::virtual_card
 namespace
 {
 
-constexpr std::int64_t Size(std::int64_t value)
-{
-    return value < 0 ? -value : value;
-}
-
 constexpr std::uint64_t Square(std::int64_t value)
 {
     const auto size = static_cast<std::uint64_t>(Size(value));

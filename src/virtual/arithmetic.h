@@ -25,6 +25,10 @@ constexpr double Larger(double a, double b)
 {
     return a > b ? a : b;
 }
+constexpr std::int64_t Size(std::int64_t distance)
+{
+    return distance < 0 ? -distance : distance;
+}
 constexpr double Absolute(double x)
 {
     return x < 0 ? -x : x;

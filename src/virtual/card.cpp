@@ -39,6 +39,7 @@ constexpr RequestSize SizesOf(ControlCode code)
 
 // Interrupt sources: bits 0 to 3 the axes, bit 4 the card.
 constexpr unsigned card_source = 1u << chip_axes;
+constexpr unsigned every_source = card_source | all_axes;
 
 constexpr auto axis_masked = signal_config1::interrupts_masked;
 
@@ -199,7 +200,7 @@ std::uint16_t Card::read_port(std::uint32_t offset, std::int64_t now_ns)
     }
     if (offset == PortOffset(Port::InterruptState)) {
         collect(now_ns);
-        return static_cast<std::uint16_t>(unmasked() | interrupts_.pending() << 8);
+        return static_cast<std::uint16_t>(unmasked(every_source) | interrupts_.pending() << 8);
     }
     if (CardTimers::owns(offset))
         return timers_.read(offset);
@@ -219,12 +220,12 @@ void Card::write_port(std::uint32_t offset, std::uint16_t value, std::int64_t no
         ports_[offset / 2] = value;
 }
 
-// The sources that may interrupt.
-unsigned Card::unmasked() const
+// Which of the sources may interrupt. A waiting program is woken the sooner, the fewer axes are looked at before.
+unsigned Card::unmasked(unsigned among) const
 {
-    unsigned sources = (ports_[PortOffset(Port::InterruptMask) / 2] & 1) != 0 ? card_source : 0;
+    unsigned sources = (ports_[PortOffset(Port::InterruptMask) / 2] & 1) != 0 ? among & card_source : 0;
     for (unsigned axis = 0; axis < chip_axes; ++axis)
-        if (axis_masked.get(chip_.setting(axis, Register::SIGNAL_CONFIG1)) == 0)
+        if ((among >> axis & 1) != 0 && axis_masked.get(chip_.setting(axis, Register::SIGNAL_CONFIG1)) == 0)
             sources |= 1u << axis;
     return sources;
 }
@@ -235,14 +236,15 @@ void Card::collect(std::int64_t now_ns)
     pass(now_ns);
     chip_.next_event(now_ns); // time passes for the chip
     const unsigned expired = timers_.take_expired(now_ns);
-    if (expired == 0 && !chip_.raised_any())
-        return;
-    const unsigned sources = unmasked();
-    if (expired != 0 && (sources & card_source) != 0)
+    const unsigned raised_axes = chip_.raised_axes();
+    const unsigned sources = unmasked(raised_axes | (expired != 0 ? card_source : 0));
+    if ((sources & card_source) != 0)
         interrupts_.raise_card(expired << timer0_cause);
-    for (unsigned axis = 0; axis < chip_axes; ++axis) {
+    for (unsigned axis = 0; raised_axes >> axis != 0; ++axis) {
+        if ((raised_axes >> axis & 1) == 0)
+            continue;
         const Chip::Raised raised = chip_.take_raised(axis);
-        if ((raised.events | raised.errors) != 0 && (sources >> axis & 1) != 0)
+        if ((sources >> axis & 1) != 0)
             interrupts_.raise_axis(axis, raised);
     }
 }
@@ -250,9 +252,9 @@ void Card::collect(std::int64_t now_ns)
 void Card::pass_detectors(std::int64_t now_ns)
 {
     const unsigned tripped = ac_.pass(chip_, now_ns);
-    const unsigned sources = tripped != 0 ? unmasked() : 0;
+    const unsigned sources = unmasked(tripped);
     for (unsigned axis = 0; axis < chip_axes; ++axis)
-        if ((tripped & sources & 1u << axis) != 0)
+        if ((sources & 1u << axis) != 0)
             interrupts_.raise_axis(axis, {0, 1u << detector_error});
 }
 
@@ -264,7 +266,7 @@ std::uint32_t Card::take_signal(std::int64_t now_ns)
 
 std::int64_t Card::next_interrupt(std::int64_t now_ns)
 {
-    const unsigned sources = unmasked();
+    const unsigned sources = unmasked(every_source);
     const std::int64_t axes_ns = (sources & all_axes) != 0 ? next_of_axes(now_ns) : never_ns;
     const std::int64_t timers_ns = (sources & card_source) != 0 ? timers_.next(now_ns) : never_ns;
     return Smaller(axes_ns, timers_ns);

@@ -82,7 +82,7 @@ class Card
     std::uint16_t index_register(unsigned axis, unsigned index, std::int64_t now_ns);
     std::uint16_t read_port(std::uint32_t offset, std::int64_t now_ns);
     void write_port(std::uint32_t offset, std::uint16_t value, std::int64_t now_ns);
-    unsigned unmasked() const;
+    unsigned unmasked(unsigned among) const;
     void collect(std::int64_t now_ns);
     void pass_detectors(std::int64_t now_ns);
     std::int64_t next_of_axes(std::int64_t now_ns);

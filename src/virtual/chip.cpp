@@ -61,10 +61,9 @@ void Chip::next_thing()
 void Chip::update_next_event(std::int64_t now_ns)
 {
     next_event_ns_ = never_ns;
-    for (unsigned axis = 0; axis < chip_axes; ++axis) {
-        Section &section = sections_[axis];
-        if (section.leader != axis || section.state == State::Idle)
-            continue;
+    each(busy_axes_, [&](unsigned axis, Section &section) {
+        if (section.leader != axis)
+            return;
         if (section.state == State::Running)
             find_edge(section, now_ns);
         else if (section.due.ns == never_ns && triggered(section))
@@ -72,7 +71,7 @@ void Chip::update_next_event(std::int64_t now_ns)
         const std::int64_t event_ns = section.next().reached_ns();
         if (event_ns < next_event_ns_)
             next_event_ns_ = event_ns;
-    }
+    });
     if (timed_axes_ != 0) {
         find_next_look(now_ns);
         next_event_ns_ = Smaller(next_event_ns_, next_look_ns_);

@@ -47,7 +47,7 @@ class Chip
         std::uint32_t events = 0;
         std::uint32_t errors = 0;
     };
-    bool raised_any() const { return raised_axes_ != 0; }
+    unsigned raised_axes() const { return raised_axes_; }
     Raised take_raised(unsigned axis);
 
     // The machine's side.
@@ -325,6 +325,7 @@ class Chip
     std::array<Section, chip_axes> sections_;
     std::int64_t next_event_ns_ = never_ns;
     std::int64_t next_look_ns_ = never_ns; // at what only time brings about
+    unsigned busy_axes_ = 0;               // not idle
     unsigned watched_axes_ = 0;            // with switches or comparators that depend on the position
     unsigned timed_axes_ = 0;              // with comparators or events that time brings about by itself
     unsigned raised_axes_ = 0;

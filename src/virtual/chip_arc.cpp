@@ -21,6 +21,7 @@ void Chip::plan_arc(unsigned group)
     const auto point = [&](Register reg) {
         return ArcPoint{static_cast<std::int32_t>(first->reg(reg)), static_cast<std::int32_t>(second->reg(reg))};
     };
+    // cppcheck-suppress nullPointer ; a group with a circle has two axes of it
     const bool plus = (first->reg(Register::MODE) & arc_minus_bit) == 0;
     first->arc.plan(point(Register::CENTER), point(Register::DISTANCE), plus);
     const ArcPoint end = first->arc.at(first->arc.steps());

@@ -216,12 +216,14 @@ std::int64_t Chip::steps_to_comparator(const Section &section, std::int64_t done
     const std::int64_t here = section.base_position + done;
     each_comparator(section, [&](Compared, const Comparator &comparator) {
         const unsigned number = comparator.counter;
+        if (number == 4)
+            return; // counts the handwheel, not the axis
         const auto change = [&](std::int64_t steps) {
             const std::int64_t out = way * steps;
             const std::int64_t encoder = number == 1 ? 0 : section.encoder.between(here, here + out);
             return number == 2 ? encoder : out - encoder;
         };
-        const std::int64_t most = number == 4 ? 0 : change(far);
+        const std::int64_t most = change(far);
         const std::uint32_t count = section.reg(CounterRegister(number)) + counted(section, number, done, 0);
         const std::int64_t wanted = comparator.counts_to_change(count, most > 0);
         if (Size(most) < wanted)

@@ -8,10 +8,9 @@ namespace trevik::virtual_card
 namespace
 {
 
-// Fields of HOME_CONFIG and SIGNAL_CONFIG1.
+// Fields of HOME_CONFIG.
 constexpr auto home_mode = home_config::mode;
 constexpr auto index_option = home_config::option;
-constexpr auto limit_slowly = signal_config1::el_mode;
 
 constexpr Input LimitOf(std::int64_t way)
 {
@@ -134,7 +133,7 @@ void Chip::reach(Section &axis, const Instant &now)
         return;
     }
     const bool hard_limit =
-        phase.until == Until::LimitOn && limit_slowly.get(axis.reg(Register::SIGNAL_CONFIG1)) == 0;
+        phase.until == Until::LimitOn && signal_config1::el_mode.get(axis.reg(Register::SIGNAL_CONFIG1)) == 0;
     const bool stands = now.pulses == 0;
     if (phase.then == Then::Stop || axis.start == StartKind::High || hard_limit || stands) {
         settle_group(axis, now);

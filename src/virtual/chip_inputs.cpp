@@ -10,7 +10,6 @@ namespace
 {
 
 // Fields of SIGNAL_CONFIG1.
-constexpr auto limit_slowly = signal_config1::el_mode;
 constexpr auto slow_down_stops = signal_config1::sd_option_c;
 constexpr auto slow_down_latched = signal_config1::sd_option_b;
 constexpr auto alarm_slowly = signal_config1::alm_option_b;
@@ -169,7 +168,8 @@ bool Chip::protect(Section &section, Section &leader, const Instant &now)
     const Input ahead = plus ? Input::PlusLimit : Input::MinusLimit;
     if (going == 0 || (section.seen & Bit(ahead)) == 0 || expects_limit(section))
         return false;
-    fail(section, leader, plus ? Error::PlusLimit : Error::MinusLimit, limit_slowly.get(config) != 0, now);
+    fail(section, leader, plus ? Error::PlusLimit : Error::MinusLimit, signal_config1::el_mode.get(config) != 0,
+         now);
     return true;
 }
 

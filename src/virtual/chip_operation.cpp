@@ -174,6 +174,7 @@ void Chip::prepare(unsigned group, StartKind kind, const Moment &now)
         section.interrupted = false;
         section.state = State::Waiting;
     });
+    busy_axes_ |= group;
     const unsigned leader = choose_leader(group);
     sections_[leader].due = sections_[leader].edge = {};
     if (mode_field::start_trigger.get(sections_[leader].reg(Register::MODE)) == 0)
@@ -253,6 +254,7 @@ void Chip::launch(Section &leader, const Moment &now)
         section.seen = inputs_at(section, 0);
         active |= section.seen | section.met;
     });
+    busy_axes_ |= leader.group;
     leader.ramp = 0;
     leader.turns_back = false;
     leader.correcting = correction != 0;
@@ -293,6 +295,7 @@ void Chip::settle_group(Section &leader, const Instant &now)
         section.origin += done;
         section.state = State::Idle;
     });
+    busy_axes_ &= ~leader.group;
     // Last: the shares above count from where the leg began.
     if (steps != 0)
         each(leader.group, [&](unsigned, Section &section) { section.arc_done += steps; });

@@ -40,6 +40,7 @@ constexpr HomePhases search = {to_limit, {Way::Away, Pace::Full, Until::HomeOff,
 
 const HomePhase *PhasesOfMode(std::uint32_t mode)
 {
+    // cppcheck-suppress CastIntegerToAddressAtReturn ; an element is an array
     return modes[mode < home_mode_count ? mode : 0];
 }
 

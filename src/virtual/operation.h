@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driver/mode_word.h"
+#include "virtual/arithmetic.h"
 
 #include <cstdint>
 
@@ -60,11 +61,6 @@ constexpr bool HasDistance(Kind kind)
 constexpr bool IsHoming(Kind kind)
 {
     return kind == Kind::Homing || kind == Kind::HomeSearch;
-}
-
-constexpr std::int64_t Size(std::int64_t distance)
-{
-    return distance < 0 ? -distance : distance;
 }
 
 // Signed distance of an operation, from its registers.

@@ -1,5 +1,7 @@
 #include "trevik-run/arc_fit.h"
 
+#include "shared/path.h"
+
 #include <algorithm>
 #include <limits>
 #include <numbers>
@@ -19,10 +21,7 @@ constexpr int most_centers = 12;   // tried to either side
 constexpr std::size_t even_places = 9; // looked at between both ends, and
 constexpr std::size_t most_sides = 5;  // where an axis turns round: there a deviation is all of one axis
 
-struct Point {
-    double x = 0;
-    double y = 0;
-};
+using trevik_tools::Point;
 
 Point operator-(const Point &a, const Point &b)
 {

@@ -11,13 +11,11 @@ namespace trevik_run
 namespace
 {
 
-constexpr double shortest_tread_s = 0.004; // as of the ramps of lines
-constexpr double same_speed = 0.99;
 constexpr double shortest_arc = 4; // pulses; below it is a line
 constexpr double flat = 0.05;      // pulses between arc and chord: below it is a line
 constexpr double line_bulge = 0.1; // the most between arc and chord, where lines take the arc's place
 constexpr double longest_turn = 1.5 * std::numbers::pi;
-constexpr double whole_turn = 2 * std::numbers::pi - 1e-6;
+constexpr double nearly_whole_turn = 2 * std::numbers::pi - 1e-6;
 constexpr double z_error = 0.03; // pulses; the card moves Z with the steps of the circle, not with its angle
 
 int Treads(double low_pps, double high_pps, double jump_pps)
@@ -73,7 +71,7 @@ void ArcCutter::Cut(const MoveSpeeds &speeds, const RampMaker &ramps)
     const double steps = path_.Steps() * (1 - share_);
     const double peak =
         std::min(highest, std::sqrt((2 * steps + entry * entry * up + exit * exit * down) / (up + down)));
-    const double jump = std::max(limits_.start_pps, shortest_tread_s * ramps.AccelPps2());
+    const double jump = std::max(limits_.start_pps, short_move_s * ramps.AccelPps2());
     const double braking = std::max(0.0, (peak * peak - exit * exit) / 2 * down);
     Climb(entry, peak, jump, ramps.AccelPps2());
     RunTo(1 - braking / path_.Steps(), peak);
@@ -126,7 +124,7 @@ void ArcCutter::CutPiece(double from, double to, double pps)
     const double bulge = Bulge(turn, length);
     const Pulses end = EndOf(to);
     const bool meets = end[0] == at_[0] && end[1] == at_[1];
-    const bool closed = meets && turn >= whole_turn;
+    const bool closed = meets && turn >= nearly_whole_turn;
     const bool level = path_.Line().delta[2] == 0;
     if (end == at_ && length < shortest_arc) {
         return;

@@ -4,14 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace trevik_run
 {
 namespace
 {
 
-constexpr double whole_turn = 2 * std::numbers::pi;
 constexpr double same_place_mm = 1e-6; // what sums of offsets and inches leave of equal coordinates
 constexpr double relative_tolerance = 1e-3;
 

@@ -8,9 +8,7 @@ namespace trevik_run
 namespace
 {
 
-constexpr double short_move_s = 0.004; // ramps are whole milliseconds: below a few of them there is none
-constexpr double same_speed = 0.99;    // speeds nearer than this are not worth a ramp
-constexpr double lower_peak = 0.97;    // one try less, where the card's ramps turned out too long
+constexpr double lower_peak = 0.97; // one try less, where the card's ramps turned out too long
 
 std::uint32_t WholeSpeed(double pps)
 {

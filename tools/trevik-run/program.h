@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,8 @@ namespace trevik_run
 constexpr int axis_count = 4;
 constexpr int angular_axis = 3;
 constexpr std::array<char, axis_count> axis_letters = {'X', 'Y', 'Z', 'A'};
+
+constexpr double whole_turn = 2 * std::numbers::pi;
 
 using Vec4 = std::array<double, axis_count>;
 

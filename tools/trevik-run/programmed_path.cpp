@@ -9,7 +9,6 @@ namespace
 {
 
 constexpr int ellipse_places = 64;
-constexpr double whole_turn = 2 * std::numbers::pi;
 
 double Length(const Vec4 &way)
 {

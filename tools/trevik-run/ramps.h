@@ -12,6 +12,9 @@
 namespace trevik_run
 {
 
+constexpr double short_move_s = 0.004; // ramps are whole milliseconds: below a few of them there is none
+constexpr double same_speed = 0.99;    // speeds nearer than this are not worth a ramp
+
 struct Ramp {
     std::uint32_t time_ms = 0; // to be asked for; 0: there is no ramp that fits
     double pulses = 0;         // of the longest axis

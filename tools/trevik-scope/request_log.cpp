@@ -77,8 +77,8 @@ std::vector<Write> RequestLog::Take()
     while (std::getline(log, line)) {
         read_to_ += static_cast<long>(line.size()) + 1;
         std::istringstream words(line);
-        std::string card, number, kind, axis, which, name, equals, value;
-        words >> card >> number >> kind >> axis >> which >> name >> equals >> value;
+        std::string of_card, number, kind, of_axis, which, name, equals, value;
+        words >> of_card >> number >> kind >> of_axis >> which >> name >> equals >> value;
         if (kind == "write" && equals == "=") {
             writes.push_back({name, value});
         } else if (kind == "command") {
