@@ -25,4 +25,4 @@ if(TREVIK_SANITIZE)
     target_link_options(trevik_options INTERFACE -fsanitize=${TREVIK_SANITIZE})
 endif()
 
-option(TREVIK_FUZZ "Build the programs of tests/fuzz instead of the tests; clang only" OFF)
+option(TREVIK_FUZZ "Build the programs of tests/fuzz, too; clang only" OFF)

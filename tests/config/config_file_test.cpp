@@ -39,12 +39,12 @@ void Put(const std::string &name, const std::string &bytes)
     std::ofstream(name, std::ios::binary) << bytes;
 }
 
-std::string Bytes(std::initializer_list<int> bytes)
+std::string Word(std::uint32_t value)
 {
-    std::string text;
-    for (const int byte : bytes)
-        text += static_cast<char>(byte);
-    return text;
+    std::string bytes;
+    for (int i = 0; i < 4; ++i, value >>= 8)
+        bytes += static_cast<char>(value);
+    return bytes;
 }
 
 } // namespace
@@ -53,35 +53,27 @@ TEST_CASE_FIXTURE(StartedLibrary, "a saved file is the registers in their order,
 {
     const Folder folder;
     const std::string name = folder.file("Achse \xC3\xA4 1.cfg");
-    // The twelve registers of axis 0 are 1 to 12, 0x0A among them; of the others 0 but for a byte of each kind.
-    std::uint32_t value = 1;
-    for (std::uint32_t code = 0xDC; code <= 0xE2; ++code)
-        driver.reg(0, static_cast<Register>(code - 0x40)) = value++;
-    for (std::uint32_t code = 0xE7; code <= 0xEB; ++code)
-        driver.reg(0, static_cast<Register>(code - 0x40)) = value++;
-    driver.reg(1, Register::SIGNAL_CONFIG1) = 0x0D0A0D0A;
-    driver.reg(2, Register::VIBRATION_CONFIG) = 0xFFFF0D00;
-    driver.reg(3, Register::COMPARATOR_DATA) = 0x8000001A;
+    // The twelve registers of the axes: bytes of each kind, 0x0A among them.
+    const std::uint32_t registers[12][4] = {{1, 0x0D0A0D0A},    {2}, {3}, {4},  {5},  {6, 0, 0x1001},
+                                            {7, 0, 0xFFFF0D00}, {8}, {9}, {10}, {11}, {12, 0, 0, 0x8000001A}};
     CHECK(TrevikA_backlash_comp_set(0, 2, 1, 10, 0x00C80A01) == TREVIK_OK);
-    driver.reg(2, Register::MOTION_CONFIG) = 0x1001;
+    std::string bytes;
+    std::uint32_t code = 0xDC;
+    for (const auto &values : registers) {
+        for (std::uint32_t axis = 0; axis < 4; ++axis) {
+            driver.reg(axis, static_cast<Register>(code - 0x40)) = values[axis];
+            bytes += Word(values[axis]);
+        }
+        code += code == 0xE2 ? 5 : 1;
+    }
+    bytes +=
+        Word(1000) + Word(1000) + Word(0x00C80A01) + Word(1000) + Word(10 << 16); // the speeds, and who corrects
     driver.forget();
     CHECK(TrevikA_config_file_set(0, name.c_str()) == TREVIK_OK);
 
-    const std::string four_zeros(4, '\0');
-    const std::string eight = four_zeros + four_zeros;
-    const std::string speed = Bytes({0xE8, 3, 0, 0});
-    const std::string expected =
-        Bytes({1, 0, 0, 0, 0x0D, 0x0A, 0x0D, 0x0D, 0x0A, 0x0D}) + eight +                     // SIGNAL_CONFIG1
-        Bytes({2, 0, 0, 0}) + eight + four_zeros + Bytes({3, 0, 0, 0}) + eight + four_zeros + // and 2, HOME
-        Bytes({4, 0, 0, 0}) + eight + four_zeros + Bytes({5, 0, 0, 0}) + eight +
-        four_zeros +                                                                      // LIMIT, START_TRIGGER
-        Bytes({6, 0, 0, 0}) + four_zeros + Bytes({0x01, 0x10, 0, 0}) + four_zeros +       // MOTION_CONFIG
-        Bytes({7, 0, 0, 0}) + four_zeros + Bytes({0x00, 0x0D, 0xFF, 0xFF}) + four_zeros + // VIBRATION_CONFIG
-        Bytes({8, 0, 0, 0}) + eight + four_zeros + Bytes({9, 0, 0, 0}) + eight + four_zeros + // SOFTLIMIT1, 2
-        Bytes({0x0D, 0x0A, 0, 0, 0}) + eight + four_zeros +                                   // COMPARE_START_DATA
-        Bytes({11, 0, 0, 0}) + eight + four_zeros +                                           // COMPARATOR_DATA_AUX
-        Bytes({12, 0, 0, 0}) + eight + Bytes({0x1A, 0, 0, 0x80}) +                            // COMPARATOR_DATA
-        speed + speed + Bytes({1, 0x0D, 0x0A, 0xC8, 0}) + speed + Bytes({0, 0, 0x0D, 0x0A, 0});
+    std::string expected;
+    for (const char byte : bytes)
+        expected += byte == '\n' ? std::string("\r\n") : std::string(1, byte);
     CHECK(expected.size() == 212 + 5);
     CHECK(Contents(name) == expected);
     CHECK(driver.requests() == 48);
@@ -97,8 +89,8 @@ TEST_CASE_FIXTURE(StartedLibrary, "a saved file is the registers in their order,
     shadow(2).start_up(2);
     driver.remember_writes();
     for (std::uint32_t axis = 0; axis < 4; ++axis)
-        for (std::uint32_t code = 0xDC; code <= 0xEB; ++code)
-            driver.reg(axis, static_cast<Register>(code - 0x40)) = 0x55555555;
+        for (std::uint32_t any = 0xDC; any <= 0xEB; ++any)
+            driver.reg(axis, static_cast<Register>(any - 0x40)) = 0x55555555;
     driver.forget();
     CHECK(TrevikA_config_file_read(0, name.c_str()) == TREVIK_OK);
     const std::string log = driver.log();
@@ -115,25 +107,23 @@ TEST_CASE_FIXTURE(StartedLibrary, "files that cannot be used change nothing; ref
 {
     const Folder folder;
     const std::string name = folder.file("card.cfg");
-    Put(folder.file("short"), std::string(211, 'x'));
-    Put(folder.file("folded"), std::string(211, 'x') + "\r"); // its last byte is the carriage return itself
-    Put(folder.file("exact"), std::string(210, 'x') + "\r\n" + "x and more");
-    driver.forget();
-    CHECK(TrevikA_config_file_read(0, folder.file("missing").c_str()) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_read(0, folder.path.string().c_str()) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_read(0, folder.file("short").c_str()) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_read(0, nullptr) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_set(0, nullptr) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_set(0, folder.path.string().c_str()) == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_set(0, "") == TREVIK_ERR_FILE);
+    const std::string missing = folder.file("missing");
+    const std::string directory = folder.path.string();
+    Put(name, std::string(211, 'x'));
+    for (const char *unreadable :
+         {name.c_str(), missing.c_str(), directory.c_str(), static_cast<const char *>(nullptr)})
+        CHECK(TrevikA_config_file_read(0, unreadable) == TREVIK_ERR_FILE);
+    CHECK(driver.requests() == 0);
+    CHECK((shadow(0).CorrectionSpeed == 1000 && shadow(3).BacklashEnabled == 0));
+    for (const char *unwritable : {"", directory.c_str(), static_cast<const char *>(nullptr)})
+        CHECK(TrevikA_config_file_set(0, unwritable) == TREVIK_ERR_FILE);
     if (std::filesystem::exists("/dev/full"))
         CHECK(TrevikA_config_file_set(0, "/dev/full") == TREVIK_ERR_FILE);
-    CHECK(TrevikA_config_file_set(16, name.c_str()) == TREVIK_ERR_CARD);
-    driver.forget();
-    CHECK((shadow(0).CorrectionSpeed == 1000 && shadow(3).BacklashEnabled == 0));
-    CHECK(TrevikA_config_file_read(0, folder.file("folded").c_str()) == TREVIK_OK);
+    Put(name, std::string(211, 'x') + "\r"); // its last byte is the carriage return itself
+    CHECK(TrevikA_config_file_read(0, name.c_str()) == TREVIK_OK);
     CHECK(shadow(3).BacklashEnabled == 0x0D);
-    CHECK(TrevikA_config_file_read(0, folder.file("exact").c_str()) == TREVIK_OK);
+    Put(name, std::string(210, 'x') + "\r\n" + "x and more");
+    CHECK(TrevikA_config_file_read(0, name.c_str()) == TREVIK_OK);
     CHECK((shadow(2).BacklashEnabled == 0x0A && shadow(3).BacklashEnabled == 'x'));
 
     // Without a card there is a file of zeros, and a load that reaches the shadows alone.

@@ -20,9 +20,6 @@ inline constexpr const char *card_lists[] = {"0:A", "0:AC",    "0:A,1:AC", "0:AC
                                              "",    "0:A,0:A", nullptr};
 inline constexpr unsigned good_card_lists = 5;
 
-// A file that costs no disk; set at start-up.
-inline const char *scratch_file = nullptr;
-
 // What a function gave out last: an event, now and then.
 inline std::uint32_t last_out = 0;
 
@@ -53,28 +50,10 @@ inline std::uint16_t Take(Name, Bytes &bytes)
 template <>
 inline std::int32_t Take(Name, Bytes &bytes)
 {
-    constexpr std::int32_t pulses[] = {0,
-                                       1,
-                                       -1,
-                                       3,
-                                       -7,
-                                       10,
-                                       100,
-                                       -100,
-                                       707,
-                                       1000,
-                                       -1000,
-                                       3000,
-                                       -4000,
-                                       10000,
-                                       -10000,
-                                       100000,
-                                       -250000,
-                                       1000000,
-                                       1 << 24,
-                                       -(1 << 28),
-                                       std::numeric_limits<std::int32_t>::max(),
-                                       std::numeric_limits<std::int32_t>::min()};
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int32_t pulses[] = {0,       1,       -1,       3,          -7,    10,       100,    -100,
+                                       707,     1000,    -1000,    3000,       -4000, 10000,    -10000, 100000,
+                                       -250000, 1000000, 16777216, -(1 << 28), most,  -most - 1};
     return bytes.mostly(pulses);
 }
 
@@ -109,7 +88,8 @@ inline double Take(Name, Bytes &bytes)
 template <>
 inline const char *Take(Name name, Bytes &bytes)
 {
-    const char *const files[] = {scratch_file, scratch_file, scratch_file, "/dev/full", "/", nullptr};
+    const char *const scratch = scratch_file.c_str();
+    const char *const files[] = {scratch, scratch, scratch, "/dev/full", "/", nullptr};
     return name == "cards" ? bytes.one_of(card_lists) : bytes.one_of(files);
 }
 

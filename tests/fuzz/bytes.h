@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <span>
+#include <string>
+#include <sys/mman.h>
 
 namespace trevik::fuzz
 {
@@ -46,6 +48,9 @@ class Bytes
   private:
     std::span<const std::uint8_t> left_;
 };
+
+// A file that costs no disk.
+inline const std::string scratch_file = "/proc/self/fd/" + std::to_string(memfd_create("configuration", 0));
 
 // With TREVIK_FUZZ_PRINT set, what a program does goes to standard error.
 inline bool Printing()

@@ -17,9 +17,9 @@
 #include <cmath>
 #include <limits>
 #include <new>
-#include <sys/mman.h>
 #include <tuple>
 #include <unistd.h>
+#include <utility>
 
 namespace trevik::fuzz
 {
@@ -65,7 +65,9 @@ struct Entry {
 };
 
 constexpr Entry entries[] = {
-#include "call_table.inc"
+#define FUNCTION(function, counterpart, ...) {#function, {__VA_ARGS__}, Invoke<function>},
+#include "functions.inc"
+#undef FUNCTION
 };
 
 // What can come back: the library's codes, and Windows error numbers of the card, of the host layer and as injected.
@@ -330,21 +332,17 @@ class Program
     // move gets to fit its way is not clamped: long S ranges, or a line whose first axis has a short way, raise it.
     static void check_registers(const virtual_card::Chip &chip, std::uint8_t card, unsigned axis)
     {
-        struct Width {
-            Register reg;
-            std::uint32_t highest;
-        };
-        constexpr Width widths[] = {{Register::START_SPEED, 65535},   {Register::ACCEL_RATE, 65535},
-                                    {Register::DECEL_RATE, 65535},    {Register::MULTIPLIER, 4095},
-                                    {Register::S_ACCEL_RANGE, 32767}, {Register::S_DECEL_RANGE, 32767},
-                                    {Register::MAX_SPEED, 65535},     {Register::RAMPDOWN_POINT, 0xFFFFFF}};
-        for (const Width &width : widths)
-            for (const bool preset : {false, true}) {
-                const auto of_set = [preset](Register reg) { return preset ? PresetOf(reg) : reg; };
-                const std::uint32_t value = chip.setting(axis, of_set(width.reg));
-                const bool s_curve = mode_field::s_curve.get(chip.setting(axis, of_set(Register::MODE))) != 0;
-                Require(value <= width.highest || (s_curve && width.reg == Register::MAX_SPEED),
-                        "card %d axis %d: register %#x holds %u", card, axis, WriteCode(of_set(width.reg)), value);
+        using enum Register;
+        constexpr std::pair<Register, std::uint32_t> widths[] = {
+            {START_SPEED, 65535},   {ACCEL_RATE, 65535},    {DECEL_RATE, 65535}, {MULTIPLIER, 4095},
+            {S_ACCEL_RANGE, 32767}, {S_DECEL_RANGE, 32767}, {MAX_SPEED, 65535},  {RAMPDOWN_POINT, 0xFFFFFF}};
+        for (const auto &[reg, highest] : widths)
+            for (const Register of_set : {reg, PresetOf(reg)}) {
+                const std::uint32_t value = chip.setting(axis, of_set);
+                const Register mode = of_set == reg ? MODE : PresetOf(MODE);
+                const bool s_curve = mode_field::s_curve.get(chip.setting(axis, mode)) != 0;
+                Require(value <= highest || (s_curve && reg == MAX_SPEED), "card %d axis %d: register %#x holds %u",
+                        card, axis, WriteCode(of_set), value);
             }
         Require(chip.setting(axis, Register::CORRECTION_SPEED) <= 65535, "card %d axis %d: correction speed %u",
                 card, axis, chip.setting(axis, Register::CORRECTION_SPEED));
@@ -375,18 +373,10 @@ class Program
 } // namespace
 } // namespace trevik::fuzz
 
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
-{
-    static char name[32];
-    std::snprintf(name, sizeof name, "/proc/self/fd/%d", memfd_create("configuration", 0));
-    trevik::fuzz::scratch_file = name;
-    return std::freopen("/dev/null", "w", stdout) != nullptr ? 0 : 1; // TrevikA_initial prints
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     trevik::fuzz::Program({data, size}).run();
-    if (truncate(trevik::fuzz::scratch_file, 0) != 0)
+    if (truncate(trevik::fuzz::scratch_file.c_str(), 0) != 0)
         std::abort();
     return 0;
 }

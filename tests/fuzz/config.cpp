@@ -9,11 +9,10 @@
 #include <trevik/TrevikHost.h>
 #include <trevik/TrevikVirtual.h>
 
-#include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <string>
-#include <sys/mman.h>
-#include <unistd.h>
-#include <vector>
+#include <string_view>
 
 namespace trevik::fuzz
 {
@@ -21,45 +20,18 @@ namespace
 {
 
 constexpr std::size_t file_size = 212;
-constexpr Register saved[] = {
-    Register::SIGNAL_CONFIG1,     Register::SIGNAL_CONFIG2,      Register::HOME_CONFIG,
-    Register::LIMIT_CONFIG,       Register::START_TRIGGER_ENV,   Register::MOTION_CONFIG,
-    Register::VIBRATION_CONFIG,   Register::SOFTLIMIT1,          Register::SOFTLIMIT2,
-    Register::COMPARE_START_DATA, Register::COMPARATOR_DATA_AUX, Register::COMPARATOR_DATA,
-};
-
-// A file in memory, by a name that can be opened.
-class MemoryFile
-{
-  public:
-    MemoryFile() : number_(memfd_create("configuration", 0)), name_("/proc/self/fd/" + std::to_string(number_)) {}
-    MemoryFile(const MemoryFile &) = delete;
-    MemoryFile &operator=(const MemoryFile &) = delete;
-    ~MemoryFile() { close(number_); }
-    const char *name() const { return name_.c_str(); }
-    void fill(std::span<const std::uint8_t> text)
-    {
-        Require(write(number_, text.data(), text.size()) == static_cast<ssize_t>(text.size()), "cannot write");
-    }
-    std::vector<std::uint8_t> content() const
-    {
-        std::vector<std::uint8_t> bytes(2 * file_size);
-        bytes.resize(static_cast<std::size_t>(pread(number_, bytes.data(), bytes.size(), 0)));
-        return bytes;
-    }
-
-  private:
-    int number_;
-    std::string name_;
-};
+using enum Register;
+constexpr Register saved[] = {SIGNAL_CONFIG1,    SIGNAL_CONFIG2,     HOME_CONFIG,         LIMIT_CONFIG,
+                              START_TRIGGER_ENV, MOTION_CONFIG,      VIBRATION_CONFIG,    SOFTLIMIT1,
+                              SOFTLIMIT2,        COMPARE_START_DATA, COMPARATOR_DATA_AUX, COMPARATOR_DATA};
 
 // What Windows reads from such a text; short when it ends early.
-std::string AsText(std::span<const std::uint8_t> bytes)
+std::string AsText(std::string_view bytes)
 {
     std::string text;
     for (std::size_t i = 0; i < bytes.size() && bytes[i] != 0x1A && text.size() < file_size; ++i)
         if (bytes[i] != 0x0D || i + 1 == bytes.size() || bytes[i + 1] != 0x0A)
-            text += static_cast<char>(bytes[i]);
+            text += bytes[i];
     return text;
 }
 
@@ -75,13 +47,12 @@ std::string OfCard()
     return text;
 }
 
-void Load(std::span<const std::uint8_t> file)
+void Load(std::string_view file)
 {
     const std::string text = AsText(file);
     const std::string before = OfCard();
-    MemoryFile in;
-    in.fill(file);
-    const std::uint32_t result = TrevikA_config_file_read(0, in.name());
+    std::ofstream(scratch_file, std::ios::binary) << file;
+    const std::uint32_t result = TrevikA_config_file_read(0, scratch_file.c_str());
     const bool loads = text.size() == file_size;
     Require(result == (loads ? TREVIK_OK : TREVIK_ERR_FILE), "%zu bytes of text: result %u", text.size(), result);
     const std::string &expected = loads ? text : before;
@@ -93,13 +64,12 @@ void Load(std::span<const std::uint8_t> file)
 void SaveAndLoad()
 {
     const std::string before = OfCard();
-    const MemoryFile file;
-    Require(TrevikA_config_file_set(0, file.name()) == TREVIK_OK, "cannot save");
-    const std::vector<std::uint8_t> saved_bytes = file.content();
-    Require(AsText(saved_bytes).size() == file_size ||
-                std::count(saved_bytes.begin(), saved_bytes.end(), 0x1A) != 0,
+    Require(TrevikA_config_file_set(0, scratch_file.c_str()) == TREVIK_OK, "cannot save");
+    std::ifstream file(scratch_file, std::ios::binary);
+    const std::string content(std::istreambuf_iterator<char>(file), {});
+    Require(AsText(content).size() == file_size || content.find(0x1A) != content.npos,
             "the saved file is too short");
-    Load(saved_bytes);
+    Load(content);
     Require(OfCard() == before, "saving and loading changes the registers");
 }
 
@@ -122,18 +92,12 @@ void Move()
 } // namespace
 } // namespace trevik::fuzz
 
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
-{
-    TrevikHost_clock_manual(1);
-    return std::freopen("/dev/null", "w", stdout) != nullptr ? 0 : 1; // TrevikA_initial prints
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     using namespace trevik::fuzz;
     TrevikVirtual_cards_set("0:A");
     TrevikA_initial();
-    Load({data, size});
+    Load({reinterpret_cast<const char *>(data), size});
     SaveAndLoad();
     Move();
     trevik::manager.StopPulserTicks(); // each start-up adds one

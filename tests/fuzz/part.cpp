@@ -80,12 +80,6 @@ void Cut(std::string_view text, const Options &options)
 } // namespace
 } // namespace trevik::fuzz
 
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
-{
-    TrevikHost_clock_manual(1);
-    return std::freopen("/dev/null", "w", stdout) != nullptr ? 0 : 1; // TrevikA_initial prints
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     using namespace trevik::fuzz;

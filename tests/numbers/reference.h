@@ -280,7 +280,6 @@ class Card
     bool running() const { return running_; }
     bool queued() const { return queued_axes_ != 0; }
     bool arc() const { return !points_.empty(); }
-    unsigned lead() const { return lead_; }
     bool moves(unsigned axis) const { return (axes_ >> axis & 1) != 0; }
     double left_s() const { return path_.seconds() - time_s_; }
     double since_end_s() const { return time_s_; }

@@ -4,6 +4,9 @@
 
 #include <doctest/doctest.h>
 
+#include <string>
+#include <tuple>
+
 using namespace trevik;
 using trevik::test::RecordingDriver;
 
@@ -24,33 +27,20 @@ os::DWORD Enumerate(os::HDEVINFO set, os::DWORD index, os::SP_DEVICE_INTERFACE_D
                                                                                     : os::GetLastError();
 }
 
-struct DetailRequest {
-    os::DWORD detail_cb_size = 5;
-    os::DWORD buffer_size = 64; // 0: no buffer
-    os::DWORD interface_cb_size = 28;
-    os::DWORD device_cb_size = 28; // 0: no record
-};
+// The error of a detail request, the size that is required, and the path.
+using Detail = std::tuple<os::DWORD, os::DWORD, std::string>;
 
-struct Detail {
-    os::DWORD error;
-    os::DWORD required_size;
-    std::string path;
-};
-
-Detail Ask(os::HDEVINFO set, os::SP_DEVICE_INTERFACE_DATA data, const DetailRequest &request = {})
+Detail Ask(os::HDEVINFO set, os::SP_DEVICE_INTERFACE_DATA data, os::DWORD buffer_size = 64,
+           os::DWORD detail_size = 5, os::DWORD device_size = 28)
 {
     char buffer[64] = {};
     auto *detail = reinterpret_cast<os::SP_DEVICE_INTERFACE_DETAIL_DATA_A *>(buffer);
-    detail->cbSize = request.detail_cb_size;
-    data.cbSize = request.interface_cb_size;
-    os::SP_DEVINFO_DATA device{request.device_cb_size, {}, 0, 0};
-    Detail answer{0, 0, {}};
-    if (!os::SetupDiGetDeviceInterfaceDetailA(set, &data, request.buffer_size != 0 ? detail : nullptr,
-                                              request.buffer_size, &answer.required_size,
-                                              request.device_cb_size != 0 ? &device : nullptr))
-        answer.error = os::GetLastError();
-    answer.path = buffer + 4;
-    return answer;
+    detail->cbSize = detail_size;
+    os::SP_DEVINFO_DATA device{device_size, {}, 0, 0};
+    os::DWORD required = 0;
+    const bool done = os::SetupDiGetDeviceInterfaceDetailA(set, &data, buffer_size != 0 ? detail : nullptr,
+                                                           buffer_size, &required, &device);
+    return {done ? os::ErrorSuccess : os::GetLastError(), required, buffer + 4};
 }
 
 } // namespace
@@ -66,7 +56,7 @@ TEST_SUITE("host card search")
         CHECK(Enumerate(set, 2, data) == os::ErrorNoMoreItems);
         CHECK(Enumerate(set, 1, data) == os::ErrorSuccess);
         CHECK(data.InterfaceClassGuid.Data4[0] == 4);
-        CHECK(Ask(set, data).path == "second");
+        CHECK((Ask(set, data) == Detail{0, 11, "second"}));
         CHECK(os::CloseHandle(set) == 0);
         CHECK(os::SetupDiDestroyDeviceInfoList(set) == 1);
         CHECK(os::SetupDiDestroyDeviceInfoList(set) == 0);
@@ -79,27 +69,15 @@ TEST_SUITE("host card search")
         os::HDEVINFO set = NewSet();
         os::SP_DEVICE_INTERFACE_DATA data{sizeof data, {}, 0, 0};
         REQUIRE(Enumerate(set, 1, data) == os::ErrorSuccess);
-        const struct {
-            DetailRequest request;
-            os::DWORD error = 0;
-            os::DWORD required_size = 0; // 4 + strlen("second") + 1
-        } table[] = {{{.buffer_size = 0}, 122, 11},    {{.buffer_size = 10}, 122, 11},
-                     {{.buffer_size = 11}, 0, 11},     {{.device_cb_size = 0}, 0, 11},
-                     {{.detail_cb_size = 8}, 1784, 0}, {{.interface_cb_size = 32}, 1784, 0},
-                     {{.device_cb_size = 32}, 1784, 0}};
-        for (const auto &row : table) {
-            CAPTURE(&row - table);
-            const Detail answer = Ask(set, data, row.request);
-            CHECK(answer.error == row.error);
-            CHECK(answer.required_size == row.required_size);
-            CHECK(answer.path == (row.error == 0 ? "second" : ""));
-        }
-        data.Reserved = 3;
-        CHECK(Ask(set, data).error == os::ErrorInvalidParameter);
+        for (const os::DWORD too_small : {0u, 10u}) // 4 + strlen("second") + 1 is needed
+            CHECK((Ask(set, data, too_small) == Detail{os::ErrorInsufficientBuffer, 11, ""}));
+        CHECK((Ask(set, data, 11) == Detail{os::ErrorSuccess, 11, "second"}));
+        CHECK((Ask(set, data, 64, 8) == Detail{os::ErrorInvalidUserBuffer, 0, ""}));
+        CHECK((Ask(set, data, 64, 5, 32) == Detail{os::ErrorInvalidUserBuffer, 0, ""}));
         driver.devices()[1].path.clear();
-        data.Reserved = 2;
-        CHECK(Ask(set, data, {.buffer_size = 0}).error == os::ErrorInvalidData);
+        CHECK((Ask(set, data) == Detail{os::ErrorInvalidData, 0, ""}));
         data.cbSize = 32;
+        CHECK((Ask(set, data) == Detail{os::ErrorInvalidUserBuffer, 0, ""}));
         CHECK(Enumerate(set, 0, data) == os::ErrorInvalidUserBuffer);
         os::SetupDiDestroyDeviceInfoList(set);
     }

@@ -4,6 +4,8 @@
 #include <doctest/doctest.h>
 
 #include <cmath>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 using namespace trevik;
@@ -12,11 +14,7 @@ namespace
 {
 
 // Callbacks as they ran: which timer, and when since the start, ns.
-struct Call {
-    char name;
-    std::int64_t time_ns;
-    bool operator==(const Call &) const = default;
-};
+using Call = std::pair<char, std::int64_t>;
 
 struct Record {
     char name = 'a';
@@ -28,7 +26,7 @@ struct Record {
 void TREVIK_CALL Note(os::UINT, os::UINT, os::DWORD_PTR user, os::DWORD_PTR, os::DWORD_PTR)
 {
     const Record &record = *reinterpret_cast<const Record *>(user); // NOLINT(performance-no-int-to-ptr)
-    record.calls->push_back({record.name, host::NowNanoseconds() - record.start_ns});
+    record.calls->emplace_back(record.name, host::NowNanoseconds() - record.start_ns);
     if (record.also != nullptr)
         record.also();
 }
@@ -44,26 +42,23 @@ TEST_SUITE("host clock and timers")
 {
     TEST_CASE("the manual clock moves by exactly the sum of its moves")
     {
-        const struct {
-            double seconds;
-            int times;
-            std::int64_t sum_ns;
-        } table[] = {{0.0003, 1, 300'000},
-                     {1e-7 / 3, 1'000'000, 33'333'333},
-                     {0.1, 10, 1'000'000'000},
-                     {0.25e-9, 4, 1},
-                     {3600.0, 24, 86'400'000'000'000},
-                     {-1.0, 3, 0},
-                     {std::nan(""), 1, 0},
-                     {0.0, 5, 0}};
+        const std::tuple<double, int, std::int64_t> table[] = {{0.0003, 1, 300'000},
+                                                               {1e-7 / 3, 1'000'000, 33'333'333},
+                                                               {0.1, 10, 1'000'000'000},
+                                                               {0.25e-9, 4, 1},
+                                                               {-1.0, 3, 0},
+                                                               {3600.0, 24, 86'400'000'000'000},
+                                                               {0.0, 5, 0},
+                                                               {std::nan(""), 1, 0}};
         for (const auto &row : table) {
-            CAPTURE(row.seconds);
+            const auto &[seconds, times, sum_ns] = row;
+            CAPTURE(std::get<0>(row));
             TrevikHost_clock_manual(0); // a fresh start, with no remainder
             TrevikHost_clock_manual(1);
             const std::int64_t start_ns = host::NowNanoseconds();
-            for (int i = 0; i < row.times; ++i)
-                TrevikHost_advance(row.seconds);
-            CHECK(host::NowNanoseconds() - start_ns == row.sum_ns);
+            for (int i = 0; i < times; ++i)
+                TrevikHost_advance(seconds);
+            CHECK(host::NowNanoseconds() - start_ns == sum_ns);
         }
         TrevikHost_clock_manual(0);
     }
@@ -100,7 +95,7 @@ TEST_SUITE("host clock and timers")
             const std::vector<Call> expected = {{'b', 2 * ms},  {'a', 3 * ms},  {'b', 4 * ms}, {'a', 6 * ms},
                                                 {'b', 6 * ms},  {'c', 6 * ms},  {'b', 8 * ms}, {'a', 9 * ms},
                                                 {'b', 10 * ms}, {'a', 12 * ms}, {'b', 12 * ms}};
-            CHECK(calls == expected);
+            CHECK((calls == expected));
             CHECK(os::timeKillEvent(timers[0]) == os::TimerNoError);
             CHECK(os::timeKillEvent(timers[0]) == os::TimerNoCanDo);
             CHECK(os::timeKillEvent(timers[1]) == os::TimerNoError);
@@ -125,7 +120,7 @@ TEST_SUITE("host clock and timers")
                            }};
         own = Start(10, first, os::TimePeriodic);
         TrevikHost_advance(0.1);
-        CHECK(calls == std::vector<Call>{{'a', 10'000'000}, {'b', 15'000'000}});
+        CHECK((calls == std::vector<Call>{{'a', 10'000'000}, {'b', 15'000'000}}));
         TrevikHost_clock_manual(0);
     }
 
@@ -153,10 +148,10 @@ TEST_SUITE("host clock and timers")
         CHECK(os::timeKillEvent(timer) == os::TimerNoError);
         os::CloseHandle(nothing);
         REQUIRE(real_calls >= 60);
-        CHECK(calls[real_calls / 2].time_ns < stopped_ns);                          // the timer ran by itself
+        CHECK(calls[real_calls / 2].second < stopped_ns);                           // the timer ran by itself
         CHECK(static_cast<std::int64_t>(real_calls) >= stopped_ns / 5'000'000 - 1); // none left out
         for (std::size_t i = 0; i < real_calls; ++i)
-            REQUIRE(calls[i].time_ns >= (static_cast<std::int64_t>(i) + 1) * 5'000'000); // none early
+            REQUIRE(calls[i].second >= (static_cast<std::int64_t>(i) + 1) * 5'000'000); // none early
         CHECK(calls.size() >= real_calls + 20);
     }
 }

@@ -3,6 +3,12 @@
 
 #include "support/system.h"
 
+#include "api/card_manager.h"
+
+#include <trevik/Trevik.h>
+#include <trevik/TrevikAC.h>
+
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -15,18 +21,23 @@
 namespace trevik::test
 {
 
-// What a call may write through its pointers, in their order: each holds 77 of its own type at first.
+// What a call may write through its pointers, in their order: each holds 77 of its own type at first. One of them
+// may be null.
 class Outs
 {
   public:
+    explicit Outs(std::size_t null = 99) : null_(null) {}
     template <class T>
     T *next()
     {
-        return std::construct_at(reinterpret_cast<T *>(&cells_[used_++]), T{77});
+        T *const place = std::construct_at(reinterpret_cast<T *>(&cells_[used_++]), T{77});
+        at_first_[used_ - 1] = cells_[used_ - 1];
+        return null_ + 1 == used_ ? nullptr : place;
     }
-    std::uint64_t cell(std::size_t number) const
+    bool untouched() const { return std::memcmp(&cells_, &at_first_, sizeof cells_) == 0; }
+    std::int64_t cell(std::size_t number) const
     {
-        std::uint64_t value = 0;
+        std::int64_t value = 0;
         std::memcpy(&value, &cells_[number], sizeof value);
         return value;
     }
@@ -36,7 +47,9 @@ class Outs
         std::array<std::byte, 8> bytes{};
     };
     std::array<Cell, 5> cells_{};
+    std::array<Cell, 5> at_first_{};
     std::size_t used_ = 0;
+    std::size_t null_; // number
 };
 
 // For the arguments that are no numbers: the configuration file of a number, and a callback.
@@ -46,91 +59,84 @@ void TREVIK_CALL NoCallback(std::uint32_t card);
 // The flags of a set of axes, a byte each.
 inline const std::uint8_t *FlagsOf(double set)
 {
-    static std::array<std::array<std::uint8_t, 4>, 16> flags = [] {
-        std::array<std::array<std::uint8_t, 4>, 16> all{};
-        for (std::size_t bits = 0; bits < 16; ++bits)
-            for (std::size_t axis = 0; axis < 4; ++axis)
-                all[bits][axis] = bits >> axis & 1;
-        return all;
-    }();
-    return flags[static_cast<std::size_t>(set)].data();
+    static std::array<std::uint8_t, 4> flags;
+    for (std::size_t axis = 0; axis < 4; ++axis)
+        flags[axis] = static_cast<unsigned>(set) >> axis & 1;
+    return flags.data();
 }
 
-// The next argument of type T.
+// The next argument, of type T. Times are milliseconds.
 template <class T>
-T Take(const double *&arguments, Outs &outs)
+T Take(const double *&next, Outs &outs)
 {
+    const double argument = *next++;
     if constexpr (std::is_same_v<T, const std::uint8_t *>)
-        return FlagsOf(*arguments++);
+        return FlagsOf(argument);
     else if constexpr (std::is_same_v<T, const char *>)
-        return FileOf(*arguments++);
+        return FileOf(argument);
     else if constexpr (std::is_same_v<T, TrevikA_callback>)
         return NoCallback;
     else if constexpr (std::is_pointer_v<T>)
         return outs.next<std::remove_pointer_t<T>>();
     else if constexpr (std::is_same_v<T, double>)
-        return *arguments++;
+        return argument / 1000;
     else
-        return static_cast<T>(static_cast<std::int64_t>(*arguments++));
+        return static_cast<T>(static_cast<std::int64_t>(argument));
 }
 
-template <class T>
-inline constexpr bool IsArgument =
-    !std::is_pointer_v<T> || std::is_same_v<T, const std::uint8_t *> || std::is_same_v<T, const char *>;
+inline constexpr std::size_t most_parameters = 16;
+using Arguments = std::array<double, most_parameters>;
 
-using Caller = std::uint32_t (*)(const double *arguments, Outs &outs);
-
-template <auto Exported, class Parameters = typename Signature<decltype(Exported)>::Parameters>
+template <auto Called, class Parameters = typename Signature<decltype(Called)>::Parameters>
 struct Calling;
-template <auto Exported, class... P>
-struct Calling<Exported, std::tuple<P...>> {
-    static constexpr std::size_t takes = (0 + ... + (IsArgument<P> ? 1 : 0));
+template <auto Called, class... P>
+struct Calling<Called, std::tuple<P...>> {
+    template <class T>
+    static constexpr bool is_out = std::is_arithmetic_v<std::remove_pointer_t<T>> &&std::is_pointer_v<T> &&
+                                   !std::is_const_v<std::remove_pointer_t<T>>;
+    static constexpr std::size_t out_count = (0 + ... + (is_out<P> ? 1 : 0));
 
-    static std::uint32_t call([[maybe_unused]] const double *arguments, [[maybe_unused]] Outs &outs)
+    static std::uint32_t call(const Arguments &arguments, [[maybe_unused]] Outs &outs)
     {
-        const std::tuple<P...> taken{Take<P>(arguments, outs)...}; // braces: from left to right
-        return std::apply(Exported, taken);
+        [[maybe_unused]] const double *next = arguments.data();
+        const std::tuple<P...> taken{Take<P>(next, outs)...}; // braces: from left to right
+        return std::apply(Called, taken);
     }
 };
 
-struct Export {
-    const char *name = nullptr;
-    Caller call = nullptr;
-    std::size_t takes = 1; // arguments
+struct Exported {
+    std::string_view name;
+    std::string_view counterpart; // that it must be the same as
+    std::array<std::string_view, most_parameters> parameters;
+    std::uint32_t (*call)(const Arguments &arguments, Outs &outs);
+    std::size_t outs; // pointers through which it hands out
+
+    bool has(std::string_view parameter) const
+    {
+        return std::find(parameters.begin(), parameters.end(), parameter) != parameters.end();
+    }
 };
 
-// A call and what the refusal of its requests does: one letter for each of its first requests, '.' for the rest.
-//
-//   .  the value counts as 0; the call's result is the error if this is the last request and one that reports
-//   a  may the axis move? as '.'; it may not, the result is 303 and nothing follows
-//   m  as 'a' in the handwheel's tick, which has tried something else before
-//   v  does the axis run at a speed? it does not, 305 and nothing follows
-//   c  the position is not known: the bookkeeping of targets stays as it is
-//   C  likewise, but the call returns the error once it has asked for the other axis
-//   x  as 'c', and never reported
-//   t  the target stays as it is
-//   h  u  g  handwheel: count and position not known, the axis does not follow yet; a tick without a count
-//   d  a tick whose change is refused tries a move, which an axis in motion is not allowed
-//   f  the axes that follow the counter keep their base
-//   p  the value of the register before it counts
-//   r  reported though it is not the last
-//   s  the snapshot counts as all zero, the result is 100
-//   0 to 4   fills this out-value whole: it is not written
-//
-// A '*' repeats the letter before it for all the rest. States: see Sweep::reset.
-struct Row {
-    Export functions[2]; // names of the same
-    std::string_view letters;
-    double arguments[13];
-    std::string_view state = "";
-    std::uint32_t result = 0; // when nothing is refused; not 0: also whatever is refused
-};
-
-template <auto Exported>
-constexpr Export Named(const char *name)
+// Functions of the AC model alone.
+inline bool IsForAC(std::string_view name)
 {
-    return {name, Calling<Exported>::call, Calling<Exported>::takes};
+    return name.starts_with("TrevikAC_") || name.find("debounce") != name.npos;
 }
-#define F(name) Named<&name>(#name)
+
+inline constexpr std::uint32_t no_result = 1; // stands for that of the handwheel's tick
+
+inline std::uint32_t Tick(const Arguments &, Outs &)
+{
+    manager.PulserFollowTick();
+    return no_result;
+}
+
+inline constexpr Exported exported[] = {
+#define FUNCTION(function, counterpart, ...)                                                                       \
+    {#function, #counterpart, {__VA_ARGS__}, Calling<&function>::call, Calling<&function>::out_count},
+#include "functions.inc"
+#undef FUNCTION
+    {"the handwheel's tick", "the handwheel's tick", {}, Tick, 0},
+};
 
 } // namespace trevik::test

@@ -3,7 +3,6 @@
 // A refused write, command or port changes nothing but the result. A refused read is as good as one that is answered
 // with the value that counts instead (0, unless the letter of the request says otherwise), but for what the letter
 // adds. The table says which letter; the rules stand in `expect`.
-#include "refusals/declared.h"
 #include "refusals/table.h"
 #include "support/captured_output.h"
 #include "support/started_library.h"
@@ -11,6 +10,7 @@
 #include "driver/patience.h"
 #include "platform/host/handles.h"
 #include "platform/host/system.h"
+#include "status/interrupts.h"
 
 #include <doctest/doctest.h>
 
@@ -18,7 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <set>
+#include <map>
 #include <sstream>
 
 namespace trevik::test
@@ -61,34 +61,26 @@ constexpr std::int32_t base_before = 5;
                 X(PulserUnsettled)
 // clang-format on
 
-// What the library remembers of an axis, and of its card.
-struct Remembered {
-#define TREVIK_COPY(field) std::int64_t{shadow.field},
-    explicit Remembered(const AxisShadow &shadow, const CardState &card)
-        : values{TREVIK_SHADOW_FIELDS(TREVIK_COPY) card.IrqIdle, card.CompareStartAxis}
-    {
-    }
-#define TREVIK_NAME(field) #field,
-    static constexpr std::array names{TREVIK_SHADOW_FIELDS(TREVIK_NAME) "IrqIdle", "CompareStartAxis"};
-
-    std::array<std::int64_t, names.size()> values;
-
-    std::int64_t &operator[](std::string_view name)
-    {
-        return values[static_cast<std::size_t>(std::find(names.begin(), names.end(), name) - names.begin())];
-    }
-};
-
 // What came of a call.
 struct Outcome {
-    std::uint32_t result = 0;
-    std::array<std::uint64_t, 5> outs{};
+    std::map<std::string, std::int64_t> values; // the result, what was handed out, what the library remembers
     std::vector<RawRequest> trace;
-    std::vector<Remembered> axes;
     std::string file;
-    std::size_t handles = 0; // more than before
     std::string log;
+
+    std::int64_t &operator[](const std::string &name) { return values[name]; }
+    std::int64_t &of(std::uint32_t axis, const char *field)
+    {
+        return values["axis " + std::to_string(axis) + " " + field];
+    }
 };
+
+constexpr const char *handles_left = "handles left open";
+
+std::string OutValue(int number)
+{
+    return "out-value " + std::to_string(number);
+}
 
 ControlCode CodeOf(const RawRequest &request)
 {
@@ -149,42 +141,27 @@ struct Rebased {
                 target = position;
             }
     }
-    void put(Remembered &axis) const
-    {
-        axis["LastTarget"] = target;
-        axis["ShortfallPending"] = pending;
-        axis["ArcShortfall"] = shortfall;
-    }
 };
 
 std::string Difference(const Outcome &expected, const Outcome &got)
 {
     std::ostringstream text;
-    if (expected.result != got.result)
-        text << "result " << got.result << ", not " << expected.result << "\n";
-    for (std::size_t i = 0; i < expected.outs.size(); ++i)
-        if (expected.outs[i] != got.outs[i])
-            text << "out-value " << i << ": " << got.outs[i] << ", not " << expected.outs[i] << "\n";
+    for (const auto &[name, value] : expected.values)
+        if (const std::int64_t other = got.values.at(name); other != value)
+            text << name << " " << other << ", not " << value << "\n";
     const auto [mine, others] =
         std::mismatch(expected.trace.begin(), expected.trace.end(), got.trace.begin(), got.trace.end(), Same);
     if (mine != expected.trace.end() || others != got.trace.end())
         text << "other requests from number " << mine - expected.trace.begin() << " on\n";
-    for (std::size_t axis = 0; axis < expected.axes.size(); ++axis)
-        for (std::size_t i = 0; i < Remembered::names.size(); ++i)
-            if (expected.axes[axis].values[i] != got.axes[axis].values[i])
-                text << "axis " << axis << ": " << Remembered::names[i] << " " << got.axes[axis].values[i]
-                     << ", not " << expected.axes[axis].values[i] << "\n";
     if (expected.file != got.file)
         text << "another file\n";
-    if (got.handles != 0)
-        text << got.handles << " handles stay open\n";
     return text.str();
 }
 
 struct Sweep {
     RecordingDriver driver{{{"A", 0, 0x1234, model_word_A, 0}, {"AC", 1, 0x5678, model_word_AC, 0}}};
     Card card;
-    std::size_t functions = 0, rows = 0, refusals = 0;
+    std::size_t refusals = 0;
 
     Sweep()
     {
@@ -254,34 +231,44 @@ struct Sweep {
         }
         card.state().IrqIdle = std::uint8_t{1};
         card.state().CompareStartAxis = std::uint8_t{2};
+        card.state().IrqEvent = nullptr;
     }
 
-    std::vector<Remembered> remembered() const
+    void remember(Outcome &outcome) const
     {
-        std::vector<Remembered> axes;
-        for (const AxisShadow &shadow : card.state().Axes)
-            axes.emplace_back(shadow, card.state());
-        return axes;
+        for (std::uint32_t n = 0; n < axis_count; ++n) {
+            const AxisShadow &shadow = card.state().Axes[n];
+#define TREVIK_NOTE(field) outcome.of(n, #field) = std::int64_t{shadow.field};
+            TREVIK_SHADOW_FIELDS(TREVIK_NOTE)
+        }
+        outcome["IrqIdle"] = card.state().IrqIdle;
+        outcome["CompareStartAxis"] = card.state().CompareStartAxis;
     }
 
-    // The call, from the state of its row. `arrange` sets up what the driver is to do.
+    // The call, from the state of its rule. `arrange` sets up what the driver is to do.
     template <class Arrange>
-    Outcome run(const Row &row, const Export &function, Arrange arrange)
+    Outcome run(const Call &call, Arrange arrange)
     {
-        reset(row.state);
+        reset(call.rule.state);
         driver.forget();
         arrange();
         Outcome outcome;
         const std::size_t handles = host::OpenHandleCount();
         Outs outs;
-        outcome.result = function.call(row.arguments, outs);
-        for (std::size_t i = 0; i < outcome.outs.size(); ++i)
-            outcome.outs[i] = outs.cell(i);
-        outcome.handles = host::OpenHandleCount() - handles;
-        outcome.axes = remembered();
+        outcome["result"] = call.function->call(call.arguments, outs);
+        for (int number = 0; number < 5; ++number)
+            outcome[OutValue(number)] = outs.cell(static_cast<std::size_t>(number));
+        remember(outcome);
+        // What a link or an enabling leaves to the application, another one each time, is looked at and put away.
+        JoinCallbacks(card);
+        if (const os::HANDLE event = card.state().IrqEvent; event != nullptr) {
+            outcome[OutValue(0)] = outcome[OutValue(0)] == HandleNumber(event);
+            os::CloseHandle(event);
+        }
+        outcome[handles_left] = static_cast<std::int64_t>(host::OpenHandleCount() - handles);
         outcome.trace = driver.raw();
         outcome.log = driver.log();
-        if (std::ifstream file(FileOf(0), std::ios::binary); file && row.letters == "p*")
+        if (std::ifstream file(FileOf(0), std::ios::binary); file && call.rule.letters == "p*")
             outcome.file.assign(std::istreambuf_iterator<char>(file), {});
         return outcome;
     }
@@ -300,7 +287,7 @@ struct Sweep {
             return target_before;
         case 'h':
         case 'g':
-            return static_cast<std::uint32_t>(base_before * Remembered(clean.axes[1])["PulserDirection"]);
+            return static_cast<std::uint32_t>(base_before * Outcome(clean).of(1, "PulserDirection"));
         case 'v':
             return 0x41; // a position move
         case 'p':
@@ -311,126 +298,137 @@ struct Sweep {
     }
 
     // What must come of the call when a request is refused.
-    Outcome expect(const Row &row, const Export &function, const Outcome &clean, std::size_t refused)
+    Outcome expect(const Call &call, const Outcome &clean, std::size_t refused)
     {
-        const char letter = LetterOf(row.letters, refused);
+        const Rule &rule = call.rule;
+        const char letter = LetterOf(rule.letters, refused);
         const RawRequest &request = clean.trace[refused];
         Outcome expected = clean;
         if (IsRead(request)) {
             const std::uint32_t instead = value_instead(letter, clean, refused);
-            expected = run(row, function, [&] { driver.reply(refused, instead); });
+            expected = run(call, [&] { driver.reply(refused, instead); });
         }
 
-        expected.result = Reports(request) && refused + 1 == expected.trace.size() ? error : clean.result;
+        std::int64_t &result = expected["result"];
+        result = Reports(request) && refused + 1 == expected.trace.size() ? error : rule.result;
         switch (letter) {
         case 'a':
         case 'v':
         case 'm':
             expected.trace = clean.trace; // and not one request more
             expected.trace.resize(refused + 1);
-            expected.result = letter == 'a' ? TREVIK_ERR_BUSY : letter == 'v' ? TREVIK_ERR_NOT_MOVING : TREVIK_OK;
+            result = letter == 'a' ? TREVIK_ERR_BUSY : letter == 'v' ? TREVIK_ERR_NOT_MOVING : TREVIK_OK;
             break;
         case 'C':
             expected.trace = clean.trace;
-            expected.trace.resize(row.letters.rfind('C') + 1);
-            reset(row.state);
-            expected.axes = remembered();
-            for (std::uint32_t axis = 0; axis < 2; ++axis)
-                Rebased(expected.trace, expected.trace.size(), axis, refused).put(expected.axes[axis]);
-            expected.result = error;
+            expected.trace.resize(rule.letters.rfind('C') + 1);
+            reset(rule.state);
+            remember(expected);
+            for (std::uint32_t axis = 0; axis < 2; ++axis) {
+                const Rebased rebased(expected.trace, expected.trace.size(), axis, refused);
+                expected.of(axis, "LastTarget") = rebased.target;
+                expected.of(axis, "ShortfallPending") = rebased.pending;
+                expected.of(axis, "ArcShortfall") = rebased.shortfall;
+            }
+            result = error;
             break;
         case 'x':
-            expected.result = clean.result;
+            result = rule.result;
             [[fallthrough]];
         case 'c': {
             // A relative move uses what the last arc fell short by only if that was measured.
-            const std::uint32_t number = WordOf(request, 0);
-            Remembered &axis = expected.axes[number];
-            const Rebased rebased(expected.trace, expected.trace.size(), number, refused);
-            axis["ShortfallPending"] = std::min(axis["ShortfallPending"], rebased.pending);
-            axis["ArcShortfall"] = rebased.shortfall;
-            if (row.state.find('w') != row.state.npos && rebased.pending == 0)
-                axis["LastMoveWasArc"] = 1;
+            const std::uint32_t axis = WordOf(request, 0);
+            const Rebased rebased(expected.trace, expected.trace.size(), axis, refused);
+            std::int64_t &pending = expected.of(axis, "ShortfallPending");
+            pending = std::min(pending, rebased.pending);
+            expected.of(axis, "ArcShortfall") = rebased.shortfall;
+            if (rule.state.find('w') != rule.state.npos && rebased.pending == 0)
+                expected.of(axis, "LastMoveWasArc") = 1;
             break;
         }
         case 'h':
         case 'u':
-            expected.axes[1]["PulserUnsettled"] = 1;
+            expected.of(1, "PulserUnsettled") = 1;
             break;
         case 'd':
             expected.trace.push_back(clean.trace[1]); // the axis's status once more
             break;
         case 'f':
-            expected.axes[1]["PulserBase"] = base_before;
+            expected.of(1, "PulserBase") = base_before;
             break;
         case 'r':
-            expected.result = error;
+            result = error;
             break;
         case 's':
-            expected.result = TREVIK_ERR_HANDLE;
+            result = TREVIK_ERR_HANDLE;
             break;
         default:
             if (letter >= '0' && letter <= '4')
-                expected.outs[static_cast<std::size_t>(letter - '0')] = 77;
+                expected[OutValue(letter - '0')] = 77;
         }
-        if (row.result != 0)
-            expected.result = row.result;
+        if (rule.result != 0)
+            result = rule.result;
+        expected[handles_left] = 0;
         return expected;
     }
 
     // With nothing to be had from the driver at all, whoever has to ask whether it may move does not.
-    std::string difference_without_driver(const Row &row, const Export &function)
+    std::string difference_without_driver(const Call &call)
     {
+        const Rule &rule = call.rule;
         driver.refuse_all(error);
-        const Outcome got = run(row, function, [] {});
+        const Outcome got = run(call, [] {});
         driver.refuse_all(0);
         Outcome expected = got;
         const bool reported = !got.trace.empty() && Reports(got.trace.back());
-        expected.result = HasAny(row.letters, "a")               ? TREVIK_ERR_BUSY
-                          : HasAny(row.letters, "v")             ? TREVIK_ERR_NOT_MOVING
-                          : HasAny(row.letters, "s")             ? TREVIK_ERR_HANDLE
-                          : HasAny(row.letters, "r") || reported ? error
-                                                                 : TREVIK_OK;
-        if (row.result != 0)
-            expected.result = row.result;
+        expected["result"] = rule.result != 0                        ? rule.result
+                             : HasAny(rule.letters, "a")             ? TREVIK_ERR_BUSY
+                             : HasAny(rule.letters, "v")             ? TREVIK_ERR_NOT_MOVING
+                             : HasAny(rule.letters, "s")             ? TREVIK_ERR_HANDLE
+                             : HasAny(rule.letters, "r") || reported ? error
+                                                                     : TREVIK_OK;
+        expected[handles_left] = 0;
         std::string text = Difference(expected, got);
-        if (HasAny(row.letters, "av") && !std::all_of(got.trace.begin(), got.trace.end(), IsRead))
+        if (HasAny(rule.letters, "av") && !std::all_of(got.trace.begin(), got.trace.end(), IsRead))
             text += "something was sent to an axis that may not move\n";
         return text;
     }
 
-    static std::string describe(const Row &row, const Export &function)
+    static std::string describe(const Call &call)
     {
         std::ostringstream text;
-        text << function.name << "(";
-        for (std::size_t i = 0; i < function.takes; ++i)
-            text << (i != 0 ? ", " : "") << row.arguments[i];
-        text << ")" << (row.state.empty() ? "" : ", state ") << row.state;
+        text << call.function->name << "(";
+        for (std::size_t i = 0; i < most_parameters && !call.function->parameters[i].empty(); ++i)
+            text << (i != 0 ? ", " : "") << call.function->parameters[i] << " " << call.arguments[i];
+        text << ")" << (call.rule.state.empty() ? "" : ", state ") << call.rule.state;
         return text.str();
     }
 
-    void sweep(const Row &row, const Export &function)
+    void sweep(const Call &call)
     {
-        const std::string call = describe(row, function);
-        const Outcome clean = run(row, function, [] {});
-        const Outcome first = run(row, row.functions[0], [] {});
-        if (const std::string difference = Difference(first, clean); !difference.empty())
-            FAIL_CHECK(call << " is not " << row.functions[0].name << ":\n"
-                            << difference << clean.log << "expected:\n"
-                            << first.log);
-        if (clean.result != row.result || clean.handles != 0)
-            FAIL_CHECK(call << ": result " << clean.result << ", handles " << clean.handles << "\n" << clean.log);
-        for (std::size_t refused = 0; refused < clean.trace.size(); ++refused, ++refusals) {
-            const Outcome expected = expect(row, function, clean, refused);
-            const Outcome got = run(row, function, [&] { driver.refuse(refused, error); });
+        const auto compare = [&](const std::string &what, const Outcome &expected, const Outcome &got) {
             if (const std::string difference = Difference(expected, got); !difference.empty())
-                FAIL_CHECK(call << ", request " << refused << " refused:\n"
-                                << difference << got.log << "expected:\n"
-                                << expected.log);
+                FAIL_CHECK(describe(call) << what << ":\n"
+                                          << difference << got.log << "expected:\n"
+                                          << expected.log);
+        };
+        const Outcome clean = run(call, [] {});
+        Outcome good = clean;
+        good["result"] = call.rule.result;
+        good[handles_left] = 0;
+        compare("", good, clean);
+        Call other = call;
+        other.function = std::find_if(std::begin(exported), std::end(exported), [&](const Exported &function) {
+            return function.name == call.function->counterpart;
+        });
+        compare(", as " + std::string(other.function->name), run(other, [] {}), clean);
+        for (std::size_t refused = 0; refused < clean.trace.size(); ++refused, ++refusals) {
+            const Outcome expected = expect(call, clean, refused);
+            compare(", request " + std::to_string(refused) + " refused", expected,
+                    run(call, [&] { driver.refuse(refused, error); }));
         }
-        const std::string difference = difference_without_driver(row, function);
-        if (!difference.empty())
-            FAIL_CHECK(call << ", everything refused:\n" << difference);
+        if (const std::string difference = difference_without_driver(call); !difference.empty())
+            FAIL_CHECK(describe(call) << ", everything refused:\n" << difference);
     }
 };
 
@@ -438,27 +436,18 @@ struct Sweep {
 
 TEST_CASE("every request of every function, refused")
 {
-    std::set<std::string> missing;
-    for (const Declared &function : declared)
-        missing.insert(function.name);
-    for (const char *start_up : {"TrevikA_initial", "Trevik_initial", "TrevikA_close", "Trevik_close"})
-        missing.erase(start_up); // system_functions_test does
-
     const std::size_t threads = ThreadCount();
     {
         Sweep sweep;
-        for (const Row &row : calls)
-            for (const Export &function : row.functions) {
-                if (function.call == nullptr)
-                    continue;
-                sweep.functions += missing.erase(function.name);
-                ++sweep.rows;
-                sweep.sweep(row, function);
-            }
-        MESSAGE(sweep.functions << " functions, " << sweep.rows << " calls, " << sweep.refusals << " refusals");
+        const std::vector<Call> calls = Calls();
+        std::set<std::string_view> called;
+        for (const Call &call : calls) {
+            called.insert(call.function->name);
+            sweep.sweep(call);
+        }
+        MESSAGE((called.size() - 1) << " functions and the tick, " << calls.size() << " calls, " << sweep.refusals
+                                    << " refusals");
     }
-    for (const std::string &name : missing)
-        FAIL_CHECK("no call of " << name);
     CHECK(HappensSoon([=] { return ThreadCount() <= threads; }));
     CHECK(host::OpenHandleCount() == 0);
 }

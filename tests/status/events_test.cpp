@@ -35,39 +35,28 @@ TEST_CASE_FIXTURE(StartedLibrary, "events, comparators, signals and timers, requ
     CHECK(TrevikA_TC_set(0, 1, 0xABCD0001) == TREVIK_OK);
     CHECK(TrevikA_TC_set(0, 3, 1) == TREVIK_OK);
     CHECK(TrevikA_TC_set(0, 9, 7) == TREVIK_OK);
-    CHECK(driver.log() == R"(write  axis 1  EVENT_ENABLE = 351219
-write  axis 2  EVENT_ENABLE = 1
-read   axis 3  EVENT_FLAGS -> 0x80000001
-read   axis 3  ERROR_FLAGS -> 0x12345678
-read   axis 3  LATCH_DATA -> 0xFFFFFFFB
-write  axis 0  COMPARE_START_DATA = 5
-read   axis 2  LIMIT_CONFIG -> 0xFFFFFFFF
-write  axis 2  LIMIT_CONFIG = 0xFF91FFFF
-read   axis 2  START_TRIGGER_ENV -> 0xFFFFFFFF
-write  axis 2  START_TRIGGER_ENV = 0xFFF3FFFF
-read   axis 0  START_TRIGGER_ENV -> 0x00000000
-write  axis 0  START_TRIGGER_ENV = 0x00200000
-read   axis 1  START_TRIGGER_ENV -> 0x00000000
-write  axis 1  START_TRIGGER_ENV = 0x00200000
-read   axis 2  START_TRIGGER_ENV -> 0xFFFFFFFF
-write  axis 2  START_TRIGGER_ENV = 0xFFEFFFFF
-read   axis 3  START_TRIGGER_ENV -> 0x00000000
-write  axis 3  START_TRIGGER_ENV = 0x00200000
-write  axis 2  COMPARE_START_DATA = 6
-read   axis 2  COMPARE_START_DATA -> 0
-command axes 0xF  CMD_CSTA_PULSE
-command axes 0xF  CMD_CSTP_PULSE
-write  port 76 = 0x0001
-write  port 74 = 0x2345
-write  port 68 = 0x0001
-write  port 68 = 0x0000
-write  port 72 = 0xABCD
-write  port 70 = 0x0001
-write  port 78 = 0x0001
-)");
+    CHECK(driver.log() == Requests(R"(
+        write axis 1: EVENT_ENABLE = 351219
+        write axis 2: EVENT_ENABLE = 1
+        read axis 3: EVENT_FLAGS -> 0x80000001, ERROR_FLAGS -> 0x12345678, LATCH_DATA -> 0xFFFFFFFB
+        write axis 0: COMPARE_START_DATA = 5
+        modify axis 2: LIMIT_CONFIG 0xFFFFFFFF -> 0xFF91FFFF, START_TRIGGER_ENV 0xFFFFFFFF -> 0xFFF3FFFF
+        modify axis 01: START_TRIGGER_ENV 0x00000000 -> 0x00200000
+        modify axis 2: START_TRIGGER_ENV 0xFFFFFFFF -> 0xFFEFFFFF
+        modify axis 3: START_TRIGGER_ENV 0x00000000 -> 0x00200000
+        write axis 2: COMPARE_START_DATA = 6
+        read axis 2: COMPARE_START_DATA -> 0
+        command axes 0xF  CMD_CSTA_PULSE
+        command axes 0xF  CMD_CSTP_PULSE
+        write  port 76 = 0x0001
+        write  port 74 = 0x2345
+        write  port 68 = 0x0001
+        write  port 68 = 0x0000
+        write  port 72 = 0xABCD
+        write  port 70 = 0x0001
+        write  port 78 = 0x0001)"));
     // A move that waits for the comparator names the same axis.
-    CHECK(TrevikA_T_position_move(0, 0, 10, 0, 1, 1, 0, 0, 2) == TREVIK_OK);
-    CHECK(Has(driver.log(), "write  axis 0  START_TRIGGER_ENV = 0x00200000\n"));
+    CHECK(Includes(sent(TrevikA_T_position_move(0, 0, 10, 0, 1, 1, 0, 0, 2)), "START_TRIGGER_ENV = 0x00200000"));
     driver.reg(2, Register::LIMIT_CONFIG) = 0xFFEDFFFF;
     CHECK(Reading(TrevikA_compare_start_read, 0, 2) == "1 3 ");
     TrevikA_compare_start_set(0, 0, 0, 0); // the choice outlasts start-ups
@@ -109,12 +98,8 @@ TEST_CASE_FIXTURE(StartedLibrary, "status words, masks, timers and the snapshot 
 TEST_CASE_FIXTURE(StartedLibrary, "sources, masks and timers: what is checked before what")
 {
     CHECK(TrevikA_IRQ_mask_set(0, 5, 1) == TREVIK_ERR_AXIS);
-    CHECK(TrevikA_IRQ_source_set(0, 4, 0, 0) == TREVIK_ERR_AXIS);
-    CHECK(TrevikA_IRQ_source_set(1, 4, 0, 0) == TREVIK_ERR_HANDLE);
     CHECK(Trevik_set_INT_mask(99, 4, 1) == TREVIK_ERR_AXIS); // before the card
     CHECK(Trevik_set_INT_mask(99, 3, 1) == TREVIK_ERR_CARD);
-    CHECK(TrevikA_timer_start(1) == TREVIK_ERR_MODEL);
-    CHECK(Reading(TrevikA_IRQ_mask_read, 1) == "result 6 77 ");
     TrevikA_close();
     CHECK(TrevikA_timer_start(0) == TREVIK_OK); // the timers do not look at the handle
     CHECK(TrevikA_TC_set(0, 3, 2) == TREVIK_ERR_HANDLE);

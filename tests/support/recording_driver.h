@@ -82,7 +82,7 @@ class RecordingDriver
     // Refuses every request with `error`; 0: none but those of refuse().
     void refuse_all(std::uint32_t error) { refuses_all_ = error; }
 
-    // Answers the read of this number with `value`.
+    // Answers the read of this number with `value`; a snapshot is all zeros then.
     void reply(std::size_t number, std::uint32_t value) { replies_[total_ + number] = value; }
 
     // The requests since the last time this was asked, a line each; and byte for byte.
@@ -134,30 +134,32 @@ class RecordingDriver
         if (const auto refusal = driver.refusals_.find(number); refusal != driver.refusals_.end())
             error = refusal->second;
         if (error == 0)
-            driver.answer(device, code, bytes, out);
-        if (const auto reply = driver.replies_.find(number); reply != driver.replies_.end())
-            driver.replace(code, out, reply->second);
+            driver.answer(device, code, bytes, out, number);
         driver.log_ += DescribeRequest({code, in, in_size, out, out_size, error}) + "\n";
         *returned = error == 0 ? out_size : 0;
         return error;
     }
 
-    void answer(std::uint32_t device, std::uint32_t code, const std::uint8_t *in, void *out)
+    void answer(std::uint32_t device, std::uint32_t code, const std::uint8_t *in, void *out, std::size_t number)
     {
         std::array<std::uint32_t, 8> words{};
         if (in != nullptr)
             std::memcpy(words.data(), in, sizeof words);
+        const auto reply = replies_.find(number);
+        const auto or_reply = [&]<class T>(T value) {
+            return reply == replies_.end() ? value : static_cast<T>(reply->second);
+        };
         switch (static_cast<ControlCode>(code)) {
         case ControlCode::IOCTL_REG_READ:
-            return put(out, 0, registers_[{words[0], words[1]}]);
+            return put(out, 0, or_reply(registers_[{words[0], words[1]}]));
         case ControlCode::IOCTL_PORT_READ:
-            return put(out, 20, ports_[words[2]]);
+            return put(out, 20, or_reply(ports_[words[2]]));
         case ControlCode::IOCTL_INDEX_READ:
             if (words[2] == model_index && words[3] == 0)
                 return put(out, 20, devices_[device].model_word);
-            return put(out, 20, index_registers_[{words[3], words[2]}]);
+            return put(out, 20, or_reply(index_registers_[{words[3], words[2]}]));
         case ControlCode::IOCTL_IRQ_STATUS:
-            return put(out, 0, snapshot_);
+            return put(out, 0, reply == replies_.end() ? snapshot_ : decltype(snapshot_){});
         case ControlCode::IOCTL_IRQ_LINK:
             linked_event_ = words[6];
             return;
@@ -174,18 +176,6 @@ class RecordingDriver
             return put(out, 3, devices_[device].card);
         default:
             return;
-        }
-    }
-
-    static void replace(std::uint32_t code, void *out, std::uint32_t value)
-    {
-        switch (static_cast<ControlCode>(code)) {
-        case ControlCode::IOCTL_REG_READ:
-            return put(out, 0, value);
-        case ControlCode::IOCTL_IRQ_STATUS:
-            return put(out, 0, std::array<std::uint8_t, 84>{});
-        default: // ports and index registers
-            return put(out, 20, static_cast<std::uint16_t>(value));
         }
     }
 

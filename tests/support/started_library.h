@@ -1,7 +1,9 @@
-// A started library on a recording driver: one A card, number 0, whose axes are idle. Time stands still.
+// A started library on a recording driver: one A card, number 0, unless told otherwise, whose axes are idle. Time
+// stands still.
 #pragma once
 
 #include "support/recording_driver.h"
+#include "support/requests.h"
 
 #include "api/card_manager.h"
 
@@ -10,7 +12,6 @@
 #include <doctest/doctest.h>
 
 #include <string>
-#include <string_view>
 
 namespace trevik::test
 {
@@ -27,20 +28,10 @@ inline bool Has(const std::string &log, const std::string &lines)
     return log.find(lines) != std::string::npos;
 }
 
-// The lines once for each axis of a list, with its number for every '#' and its bit of an axis set for every '@'.
-inline std::string EachAxis(std::string_view axes, std::string_view lines)
-{
-    std::string text;
-    for (const char axis : axes)
-        for (const char c : lines)
-            text += c == '#' ? axis : c == '@' ? "1248"[axis - '0'] : c;
-    return text;
-}
-
 struct StartedLibrary {
     RecordingDriver driver;
 
-    StartedLibrary()
+    explicit StartedLibrary(std::vector<Device> devices = {Device{}}) : driver(std::move(devices))
     {
         TrevikHost_clock_manual(1);
         REQUIRE(TrevikA_initial() == TREVIK_OK);
@@ -50,6 +41,13 @@ struct StartedLibrary {
     {
         manager.StopPulserTicks();
         TrevikHost_clock_manual(0);
+    }
+
+    // What a call sent that is to give `expected`.
+    std::string sent(std::uint32_t result, std::uint32_t expected = TREVIK_OK)
+    {
+        CHECK(result == expected);
+        return driver.log();
     }
 
     void idle(std::uint32_t axis) { driver.port(MainStatusPort(axis)) = MainStatus::idle_bit; }

