@@ -59,8 +59,8 @@ struct Entry {
     bool of_library() const { return !Has(name, "Virtual_") && !Has(name, "Host_"); }
     // Neither changes anything nor forgets an error.
     bool only_reads() const { return Has(name, "read") && !Has(name, "error_flag") && !Has(name, "config_file"); }
-    // A move that ends exactly on its distance.
-    bool moves_exactly() const { return Has(name, "position_move") || (Has(name, "LINE") && !Has(name, "onLINE")); }
+    // A move that ends exactly on its distance; not a change of one under way, which may come too late.
+    bool moves_exactly() const { return Has(name, "position_move") || (Has(name, "LINE") && !Has(name, "change")); }
     bool stops_all() const { return name == "TrevikA_stop_emg" || name == "Trevik_emg_stop"; }
 };
 
