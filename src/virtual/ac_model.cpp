@@ -92,7 +92,7 @@ void AcModel::scale_encoder(unsigned axis, Chip &chip, std::int64_t now_ns)
     const std::uint32_t setting = reg(axis, Index::EncoderSetting1);
     const std::int32_t counts = setting == 0 ? 1 : setting == 1 ? 2 : 4;
     const bool backwards = (reg(axis, Index::EncoderPolarity) & 1) != 0;
-    chip.set_encoder_scale(axis, backwards ? -counts : counts, 1, now_ns);
+    chip.set_encoder_scale(axis, backwards ? -counts : counts, now_ns);
 }
 
 // Feedback and detector by the loop's registers as they are now.

@@ -388,12 +388,11 @@ void Chip::turn_handwheel(unsigned axis, std::int32_t counts, double seconds, st
     reconsider(axis, now_ns);
 }
 
-void Chip::set_encoder_scale(unsigned axis, std::int32_t counts, std::int32_t pulses, std::int64_t now_ns)
+void Chip::set_encoder_scale(unsigned axis, std::int32_t counts, std::int64_t now_ns)
 {
     advance(now_ns);
     Section &section = sections_[axis];
     section.encoder_counts = counts;
-    section.encoder_pulses = pulses;
     scale_encoder(section, now_ns);
 }
 
@@ -402,7 +401,7 @@ void Chip::scale_encoder(Section &section, std::int64_t now_ns)
 {
     const bool backwards = encoder_backwards.get(section.reg(Register::SIGNAL_CONFIG2)) != 0;
     const std::int64_t counts = section.encoder_counts;
-    section.encoder.scale(backwards != section.reversed ? -counts : counts, section.encoder_pulses,
+    section.encoder.scale(backwards != section.reversed ? -counts : counts,
                           section.base_position + travelled(section, now_ns));
     reconsider(axis_of(section), now_ns);
 }

@@ -59,9 +59,9 @@ class Chip
     void set_input(unsigned axis, Input input, bool active, std::int64_t now_ns);
     bool output(unsigned axis, Output output, std::int64_t now_ns);
     void turn_handwheel(unsigned axis, std::int32_t counts, double seconds, std::int64_t now_ns);
-    // The encoder gives `counts` for every `pulses` (1 or more) of the machine's way, from here on; negative counts:
-    // the other way round.
-    void set_encoder_scale(unsigned axis, std::int32_t counts, std::int32_t pulses, std::int64_t now_ns);
+    // The encoder gives this many counts for every pulse of the machine's way, from here on; negative: the other way
+    // round.
+    void set_encoder_scale(unsigned axis, std::int32_t counts, std::int64_t now_ns);
 
     // What a position loop beside the chip makes of it: pulses move the machine the other way round; the encoder
     // trails the pulses by this time at their speed; when an axis is this fast, from a time on that has come, if nothing
@@ -156,8 +156,7 @@ class Chip
         bool reversed = false; // pulses move the machine the other way: positions here are the opposite of its own
         double trail_s = 0;    // by which the encoder trails the pulses
         Encoder encoder;
-        std::int32_t encoder_counts = 1; // for every encoder_pulses, as the machine has it
-        std::int32_t encoder_pulses = 1;
+        std::int32_t encoder_counts = 1; // for every pulse, as the machine has it
         HandwheelTurn wheel;
 
         std::uint32_t reg(Register r) const { return registers[WriteCode(r) - 0x80u]; }

@@ -85,24 +85,11 @@ std::int64_t Surroundings::steps_to_edge(std::int64_t position, bool plus, bool 
     return nearest;
 }
 
-void Encoder::scale(std::int64_t counts, std::int64_t pulses, std::int64_t position)
+void Encoder::scale(std::int64_t counts, std::int64_t position)
 {
     const std::uint32_t now = count(position);
     counts_ = counts;
-    pulses_ = pulses;
     base_ += now - count(position);
-}
-
-// Whole counts from position 0, by parts that do not overflow.
-std::uint64_t Encoder::steps(std::int64_t position) const
-{
-    if (pulses_ == 1)
-        return static_cast<std::uint64_t>(position) * static_cast<std::uint64_t>(counts_);
-    const std::int64_t rest = Modulo(position, pulses_);
-    const std::int64_t whole = (position - rest) / pulses_;
-    const std::int64_t part = (rest * counts_ - Modulo(rest * counts_, pulses_)) / pulses_;
-    return static_cast<std::uint64_t>(whole) * static_cast<std::uint64_t>(counts_) +
-           static_cast<std::uint64_t>(part);
 }
 
 } // namespace trevik::virtual_card

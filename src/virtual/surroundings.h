@@ -54,10 +54,10 @@ class Surroundings
 class Encoder
 {
   public:
-    // `counts` for every `pulses` from a position on, where the count stays what it was.
-    void scale(std::int64_t counts, std::int64_t pulses, std::int64_t position);
+    // `counts` for every pulse from a position on, where the count stays what it was.
+    void scale(std::int64_t counts, std::int64_t position);
 
-    // Turned round with its machine, whose opposite position has the same count; for a scale of whole counts.
+    // Turned round with its machine, whose opposite position has the same count.
     void mirror() { counts_ = -counts_; }
 
     std::uint32_t count(std::int64_t position) const { return static_cast<std::uint32_t>(steps(position)) + base_; }
@@ -68,10 +68,13 @@ class Encoder
     }
 
   private:
-    std::uint64_t steps(std::int64_t position) const;
+    // From position 0.
+    std::uint64_t steps(std::int64_t position) const
+    {
+        return static_cast<std::uint64_t>(position) * static_cast<std::uint64_t>(counts_);
+    }
 
     std::int64_t counts_ = 1;
-    std::int64_t pulses_ = 1;
     std::uint32_t base_ = 0;
 };
 

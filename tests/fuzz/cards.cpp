@@ -299,6 +299,8 @@ class Program
         const auto held = hold(card);
         if (!held)
             return;
+        if (has_errors(held->chip(), held.now_ns()))
+            forget_targets(card); // what stops one axis stops those that go with it
         for (unsigned axis = 0; axis < axis_count; ++axis) {
             check_status(held->chip(), card, axis, held.now_ns());
             if (!refusing_[card])
@@ -348,6 +350,15 @@ class Program
                 card, axis, chip.setting(axis, Register::CORRECTION_SPEED));
     }
 
+    static bool has_errors(const virtual_card::Chip &chip, std::int64_t now_ns)
+    {
+        virtual_card::Chip other = chip; // reading clears the flags
+        std::uint32_t flags = 0;
+        for (unsigned axis = 0; axis < axis_count; ++axis)
+            flags |= other.read(axis, ReadCode(StatusRegister::ERROR_FLAGS), now_ns);
+        return flags != 0;
+    }
+
     // A move that nothing has ended early ends where the library thinks it does.
     void check_target(virtual_card::Chip &chip, std::uint8_t card, unsigned axis, std::int64_t now_ns)
     {
@@ -355,12 +366,8 @@ class Program
         if (!on_target_[card][axis] || known == nullptr || known->PulserEnabled == 1 ||
             !MainStatus{chip.main_status(axis, now_ns)}.idle())
             return;
-        virtual_card::Chip other = chip; // reading clears the flags
-        if (other.read(axis, ReadCode(StatusRegister::ERROR_FLAGS), now_ns) != 0)
-            on_target_[card][axis] = false;
         const std::uint32_t stands = chip.read(axis, ReadCode(Register::COUNTER1), now_ns);
-        Require(!on_target_[card][axis] || known->LastTarget == stands,
-                "card %d axis %d ended on %d, its target is %d", card, axis, stands,
+        Require(known->LastTarget == stands, "card %d axis %d ended on %d, its target is %d", card, axis, stands,
                 std::uint32_t{known->LastTarget});
     }
 

@@ -30,7 +30,7 @@ class Executor
 
     const Deviation &LargestDeviation() const { return meter_.Largest(); }
     const Pulses &Position() const { return position_; }
-    std::uint32_t SegmentsDone() const { return segments_started_; }
+    std::uint32_t SegmentsBegun() const { return segments_started_; }
 
   private:
     // A move that was handed to the card, as far as measuring needs it.

@@ -47,10 +47,10 @@ Progress::Style Progress::StyleFor(bool quiet)
 
 Progress::Progress(Style style, std::uint32_t segments) : style_(style), segments_(segments) {}
 
-void Progress::Update(std::uint32_t segments_done, double fraction, double machine_s)
+void Progress::Update(std::uint32_t segments_begun, double fraction, double machine_s)
 {
     if (style_ == Style::lines) {
-        PrintQuarters(segments_done, fraction, machine_s);
+        PrintQuarters(segments_begun, fraction, machine_s);
         return;
     }
     if (style_ == Style::none || ++calls_ % calls_per_look != 0) {
@@ -59,26 +59,26 @@ void Progress::Update(std::uint32_t segments_done, double fraction, double machi
     const auto now = std::chrono::steady_clock::now();
     if (now >= redraw_at_) {
         redraw_at_ = now + redraw_pause;
-        Redraw(segments_done, fraction);
+        Redraw(segments_begun, fraction);
     }
 }
 
-void Progress::Redraw(std::uint32_t segments_done, double fraction)
+void Progress::Redraw(std::uint32_t segments_begun, double fraction)
 {
     const double elapsed_s = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
     const auto filled = static_cast<int>(std::clamp(fraction, 0.0, 1.0) * bar_width);
     const std::string left =
         fraction > 0.01 ? MinutesSeconds(elapsed_s * (1 - fraction) / fraction) + " left" : "starting";
     fmt::print(stderr, "\r[{:#<{}}{:.<{}}] {:3.0f} %  {}/{} segments  {}   ", "", filled, "", bar_width - filled,
-               100 * fraction, segments_done, segments_, left);
+               100 * fraction, segments_begun, segments_, left);
     std::fflush(stderr);
     drawn_ = true;
 }
 
-void Progress::PrintQuarters(std::uint32_t segments_done, double fraction, double machine_s)
+void Progress::PrintQuarters(std::uint32_t segments_begun, double fraction, double machine_s)
 {
     while (next_quarter_ <= 4 && fraction * 4 >= next_quarter_) {
-        fmt::print(stderr, "{:3} %: {} of {} segments, {:.1f} s\n", next_quarter_ * 25, segments_done, segments_,
+        fmt::print(stderr, "{:3} %: {} of {} segments, {:.1f} s\n", next_quarter_ * 25, segments_begun, segments_,
                    machine_s);
         ++next_quarter_;
     }

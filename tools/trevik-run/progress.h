@@ -17,12 +17,12 @@ class Progress
 
     // Cheap enough to be called at every sample.
     bool Hidden() const { return style_ == Style::none; }
-    void Update(std::uint32_t segments_done, double fraction, double machine_s);
+    void Update(std::uint32_t segments_begun, double fraction, double machine_s);
     void Finish(); // leaves the bar's line
 
   private:
-    void Redraw(std::uint32_t segments_done, double fraction);
-    void PrintQuarters(std::uint32_t segments_done, double fraction, double machine_s);
+    void Redraw(std::uint32_t segments_begun, double fraction);
+    void PrintQuarters(std::uint32_t segments_begun, double fraction, double machine_s);
 
     Style style_;
     std::uint32_t segments_;

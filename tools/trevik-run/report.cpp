@@ -62,7 +62,7 @@ std::string ReportText(const Report &report, const Machine &machine)
                        "wall time       {:.3f} s\n"
                        "deviation       {} pulses at most, {:.5f} mm\n"
                        "end position    {}{}\n",
-                       report.segments_done, report.segments, report.lines, report.path_mm, report.machine_s,
+                       report.segments_begun, report.segments, report.lines, report.path_mm, report.machine_s,
                        report.wall_s, AxisDeviations(report), report.deviation.mm, PositionText(report, machine),
                        EndText(report));
 }
@@ -71,7 +71,7 @@ std::string SummaryText(const Report &report)
 {
     return fmt::format("{} segments, {:.0f} mm of path, {:.1f} s of machine time, largest deviation {:.2f} pulses "
                        "({:.4f} mm)",
-                       report.segments_done, report.path_mm, report.machine_s, report.deviation.LargestPulses(),
+                       report.segments_begun, report.path_mm, report.machine_s, report.deviation.LargestPulses(),
                        report.deviation.mm);
 }
 

@@ -67,7 +67,7 @@ RunEnd RunOnCard(const Part &part, const Options &options, const std::vector<Sam
     report.end = executor.Run(part.Ramps());
     progress.Finish();
     report.error = card.Error();
-    report.segments_done = executor.SegmentsDone();
+    report.segments_begun = executor.SegmentsBegun();
     report.deviation = executor.LargestDeviation();
     report.position = executor.Position();
     report.machine_s = clock.Now();
