@@ -73,9 +73,11 @@ TEST_CASE_FIXTURE(AcMachine, "with its pulses swapped the machine goes the other
     run_out();
     CHECK((stands(0) == -1000 && at(0) == 3000 && Feedback() == -1000));
     TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_HOME, -3100, -3000);
+    TrevikVirtual_index_set(0, 0, -600, 2400);
     Move(2000);
     run_out();
     CHECK((stands(0) == -3000 && Value(TrevikVirtual_input_read, 0, 0, TREVIK_VIRTUAL_HOME) == 1));
+    CHECK(Value(TrevikVirtual_input_read, 0, 0, TREVIK_VIRTUAL_INDEX) == 1);
     CHECK(TrevikVirtual_position_set(0, 0, 77) == TREVIK_OK);
     CHECK(TrevikAC_pulse_swap_set(0, 0, 0) == TREVIK_OK);
     CHECK(stands(0) == 77);

@@ -26,9 +26,9 @@ std::int32_t Counter(std::uint8_t axis, std::uint8_t counter)
 {
     return Value(TrevikVirtual_counter_read, 0, axis, counter);
 }
-void ScaleEncoder(unsigned axis, std::int32_t counts, std::int32_t pulses)
+void ScaleEncoder(unsigned axis, std::int32_t counts)
 {
-    OnChip([=](auto &chip, auto now_ns) { chip.set_encoder_scale(axis, counts, pulses, now_ns); });
+    OnChip([=](auto &chip, auto now_ns) { chip.set_encoder_scale(axis, counts, now_ns); });
 }
 void Move(std::uint8_t axis, std::int32_t pulses)
 {
@@ -75,9 +75,11 @@ struct Limits {
             TrevikVirtual_switch_set(0, 1, TREVIK_VIRTUAL_MINUS_LIMIT, INT32_MIN, -outside);
             return;
         }
-        ScaleEncoder(1, counter == 2 ? -2 : 1, 1);
-        const std::uint32_t each = (counter - 1) | (slowly ? 2u : 1u) << 5;
-        WriteRegister(1, Register::LIMIT_CONFIG, soft_limits_on | each | each << 8);
+        ScaleEncoder(1, counter == 2 ? -2 : 1);
+        const std::uint32_t this_one = (counter - 1) | (slowly ? 2u : 1u) << 5;
+        const std::uint32_t other = 3; // the handwheel, and does nothing
+        WriteRegister(1, Register::LIMIT_CONFIG,
+                      soft_limits_on | (side > 0 ? this_one | other << 8 : other | this_one << 8));
         WriteRegister(1, Register::SOFTLIMIT1, 4000);
         WriteRegister(1, Register::SOFTLIMIT2, Unsigned(-4000));
     }
@@ -158,7 +160,7 @@ TEST_CASE("comparator output: what its conditions say, on the exact pulse, both 
         for (const std::uint32_t counter : {0u, 1u, 2u}) {
             CAPTURE(counter);
             const VirtualMachine machine;
-            ScaleEncoder(0, counter == 2 ? 0 : 1, 1); // counter 3 then counts what is put out
+            ScaleEncoder(0, counter == 2 ? 0 : 1); // counter 3 then counts what is put out
             Set(Register::START_TRIGGER_ENV, counter | condition << 3);
             Set(Register::COMPARATOR_DATA, 60);
             bool on = condition == 4;
@@ -200,19 +202,21 @@ TEST_CASE("comparator output stops its axis when it becomes met, not before a st
 TEST_CASE("a compare start watches any counter, and starts on the exact pulse")
 {
     struct Row {
-        std::uint32_t counter, condition; // against 2500
-        std::int32_t distance;            // of axis 0, the shorter one of a line, at 1000 pulses/s
+        std::uint8_t counter, condition; // against 2500
+        std::int32_t distance;           // of axis 0, the shorter one of a line, at 1000 pulses/s
         double start_s;
+        std::uint8_t watched = 0; // axis
     };
     const double never = 100;
-    for (const Row &row :
-         {Row{1, 2, 5000, 2.5}, Row{1, 3, 5000, never}, Row{1, 3, -5000, never}, Row{1, 5, 5000, 2.501},
-          Row{1, 4, 5000, 0}, Row{1, 1, 2000, never}, Row{3, 2, 5000, 2.5}, Row{4, 2, 0, 2.5}}) {
-        INFO("counter " << row.counter << ", condition " << row.condition << ", distance " << row.distance);
+    for (const Row &row : {Row{1, 2, 5000, 2.5}, Row{1, 3, 5000, never}, Row{1, 3, -5000, never},
+                           Row{1, 5, 5000, 2.501}, Row{1, 4, 5000, 0}, Row{1, 1, 2000, never}, Row{3, 2, 5000, 2.5},
+                           Row{1, 2, 5000, 1.25, 2}, Row{4, 2, 0, 2.5}}) {
+        INFO("counter " << +row.counter << ", condition " << +row.condition << ", distance " << row.distance);
         const VirtualMachine machine;
-        ScaleEncoder(0, row.counter == 3 ? 0 : 1, 1);
-        Set(Register::LIMIT_CONFIG, (row.counter - 1) << 16 | row.condition << 18);
-        Set(Register::COMPARE_START_DATA, 2500);
+        ScaleEncoder(0, row.counter == 3 ? 0 : 1);
+        const auto watched_counter = static_cast<std::uint8_t>(row.counter - 1);
+        CHECK(TrevikA_compare_start_set(0, row.watched, watched_counter, row.condition) == TREVIK_OK);
+        CHECK(TrevikA_compare_start_data_set(0, 2500) == TREVIK_OK);
         CHECK(TrevikA_T_position_move(0, 3, 5000, 0, 1000, 1000, 0, 0, 2) == TREVIK_OK);
         if (row.counter == 4)
             TrevikVirtual_handwheel_turn(0, 0, 5000, 5);
@@ -232,7 +236,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "latched is the pulse on which the input came,
         return static_cast<std::int32_t>(ReadStatus(axis, StatusRegister::LATCH_DATA));
     };
     TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_LATCH, 1234, 2000);
-    ScaleEncoder(0, 3, 1);
+    ScaleEncoder(0, 3);
     for (const auto &[way, expected] : {std::pair{5000, 1234}, {-3766, 2000}, {-1234, 2000}, {1234, 1234}}) {
         Move(0, way); // two of them end on the switch
         run_out();

@@ -13,7 +13,9 @@ using trevik::StatusRegister;
 namespace
 {
 
+constexpr std::uint32_t move_ended = 1u << 0;
 constexpr std::uint32_t minus_error = 1u << 6;
+constexpr std::uint32_t alarm_error = 1u << 7;
 constexpr std::uint32_t slow_down_error = 1u << 10;
 
 // Home from 1000 to 1400, the end limit from 3000 on; mirrored for the minus side.
@@ -45,6 +47,7 @@ TEST_CASE("home modes")
                 PlaceSwitches(side < 0);
                 CHECK(TrevikVirtual_index_set(0, 0, side * 180, 200) == TREVIK_OK);
                 CHECK(TrevikA_home_mode_set(0, 0, row.mode, 2) == TREVIK_OK);
+                WriteRegister(0, Register::EVENT_ENABLE, move_ended);
                 CHECK(TrevikA_home_start(0, 0, 500, 5000, ramp_ms, side < 0) == TREVIK_OK);
                 double last_pps = 0;
                 while (!machine.idle(0)) {
@@ -59,6 +62,7 @@ TEST_CASE("home modes")
                 const double end = side * (row.end + slowing * 2750 * 0.05);
                 CHECK(std::abs(machine.stands(0) - end) <= (slowing == 0 ? 0 : 0.15 * 2750 * 0.05));
                 CHECK((machine.at(0) == machine.stands(0) && Errors(0) == 0));
+                CHECK(ReadStatus(0, StatusRegister::EVENT_FLAGS) == move_ended);
             }
         }
     }
@@ -94,6 +98,19 @@ TEST_CASE("a search finds home from the asked side, wherever it begins")
     CHECK((machine.stands(0) == -500 && Errors(0) == minus_error && Errors(0) == 0));
 }
 
+TEST_CASE("an alarm stops at once, or slowly as its pin is configured")
+{
+    for (const std::uint8_t slowly : {std::uint8_t{0}, std::uint8_t{1}}) {
+        const VirtualMachine machine;
+        CHECK(TrevikA_ALM_PIN_set(0, 0, 0, slowly) == TREVIK_OK);
+        TrevikVirtual_switch_set(0, 0, TREVIK_VIRTUAL_ALARM, 3000, INT32_MAX);
+        CHECK(TrevikA_T_position_move(0, 0, 10000, 0, 500, 20000, 50, 50, 0) == TREVIK_OK);
+        machine.run_out();
+        CHECK((slowly != 0 ? machine.at(0) > 3100 && machine.at(0) < 4000 : machine.at(0) == 3000));
+        CHECK(Errors(0) == alarm_error);
+    }
+}
+
 TEST_CASE_FIXTURE(VirtualMachine, "no start on an active alarm or slow-down stop")
 {
     const auto fails = [](std::uint8_t input, std::uint32_t error) {
@@ -102,7 +119,7 @@ TEST_CASE_FIXTURE(VirtualMachine, "no start on an active alarm or slow-down stop
         CHECK((idle(0) && at(0) == 0 && Errors(0) == error));
         TrevikVirtual_input_set(0, 0, input, 0);
     };
-    fails(TREVIK_VIRTUAL_ALARM, 1u << 7);
+    fails(TREVIK_VIRTUAL_ALARM, alarm_error);
     TrevikA_SD_PIN_set(0, 0, 1, 0, 0, 1);
     fails(TREVIK_VIRTUAL_SLOW_DOWN, slow_down_error);
 }
