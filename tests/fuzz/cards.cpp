@@ -318,8 +318,9 @@ class Program
         const double speed = chip.speed(axis, now_ns);
         Require(main.idle() == (operations == 0), "card %d axis %d: status %#x, %u operations", card, axis,
                 main.word, operations);
-        Require(main.preset_full() == (operations == 2), "card %d axis %d: status %#x, %u operations", card, axis,
-                main.word, operations);
+        // An axis may stand with a queued operation: the others of its line or circle are still under way.
+        Require(main.preset_full() ? operations != 0 : operations != 2,
+                "card %d axis %d: status %#x, %u operations", card, axis, main.word, operations);
         Require(std::isfinite(speed) && (!main.idle() || speed == 0), "card %d axis %d: status %#x, speed %g", card,
                 axis, main.word, speed);
         using virtual_card::Input;
