@@ -245,6 +245,8 @@ void Line(Case &c, std::uint32_t axes, const Speeds &s, double low, double high)
         distance = c.draw.distance(low, high);
     if (axes == 4)
         c.CALL(TrevikA_T_LINE4_move, 0, d[0], d[1], d[2], d[3], relative, s.start, s.max, s.up, s.down, 0);
+    else if (axes == 3)
+        c.CALL(TrevikA_T_LINE3_move, 0, 0, d[0], d[1], d[2], relative, s.start, s.max, s.up, s.down, 0);
     else if (c.draw.between(0, 1) != 0)
         c.CALL(TrevikA_S_LINE2_move, 0, 0, d[0], d[1], relative, s.start, s.max, s.up, s.down, s.s_up, s.s_down, 0);
     else
@@ -253,7 +255,7 @@ void Line(Case &c, std::uint32_t axes, const Speeds &s, double low, double high)
 
 void Lines(Case &c)
 {
-    Line(c, c.draw.between(1, 2) * 2, Speeds(c.draw), 1, 1e6);
+    Line(c, c.draw.between(2, 4), Speeds(c.draw), 1, 1e6);
     WatchAndPerhapsStop(c);
 }
 

@@ -3,9 +3,12 @@
 
 #include "virtual/arc_path.h"
 
+#include <cmath>
+#include <cstdlib>
 #include <utility>
 
 using namespace trevik::test;
+using trevik::Register;
 using trevik::virtual_card::ArcPath;
 using trevik::virtual_card::ArcPoint;
 
@@ -44,5 +47,42 @@ TEST_CASE_FIXTURE(VirtualMachine, "each axis of a circle has the speed, and its 
         CHECK(speed(0) == doctest::Approx(right * leading_pps).epsilon(0.001).scale(leading_pps));
         CHECK(speed(1) == doctest::Approx(up * leading_pps).epsilon(0.001).scale(leading_pps));
         TrevikHost_advance(quarter_s);
+    }
+}
+
+TEST_CASE("a helix keeps Z in proportion to the steps of its circle, also when it goes on after a stop")
+{
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        CAPTURE(seed);
+        Draw draw(seed);
+        const std::int32_t x = draw.distance(1, 2000); // of the center; it ends opposite
+        const std::int32_t y = draw.distance(1, 2000);
+        const std::int32_t z = draw.distance(1, 20000);
+        const auto counterclockwise = static_cast<std::uint8_t>(draw.between(0, 1));
+        ArcPath path;
+        path.plan({x, y}, {2 * x, 2 * y}, counterclockwise == 0);
+        const VirtualMachine machine;
+        CHECK(TrevikA_T_ArcXY_LineZ_center_move(0, x, y, 2 * x, 2 * y, z, relative, 500, 20000, 100,
+                                                counterclockwise, 0) == TREVIK_OK);
+        const double counted = OnChip([](auto &chip, auto) { return chip.setting(3, Register::DISTANCE); });
+        const auto on_helix = [&] { // axis 3 counts steps, all in all up to 4 too many
+            const double share = machine.at(3) / counted;
+            const bool level = std::abs(z * share - machine.at(2)) <= 1 + std::abs(z) / counted;
+            const auto last = static_cast<std::int64_t>(static_cast<double>(path.steps()) * share) + 2;
+            std::int64_t step = last - 3;
+            while (step <= last && (path.at(step).x != machine.at(0) || path.at(step).y != machine.at(1)))
+                ++step;
+            return level && step <= last;
+        };
+        TrevikHost_advance(machine.next_event() * draw.between(1, 100) / 120);
+        CHECK(on_helix());
+        TrevikA_stop(0, all_axes, 50);
+        machine.run_out();
+        CHECK(on_helix());
+        TrevikA_4Axis_restart(0);
+        TrevikHost_advance(machine.next_event() * draw.between(1, 100) / 120);
+        CHECK(on_helix());
+        machine.run_out();
+        CHECK((machine.at(2) == z && machine.at(3) == counted && on_helix()));
     }
 }
