@@ -52,12 +52,14 @@ std::int64_t Chip::arc_share(const Section &section, std::int64_t pulses)
     return section.arc_second ? to.y - from.y : to.x - from.x;
 }
 
-// The leader's pulses at which an axis of a circle may next turn round.
+// The leader's pulses at which an axis of a circle may next turn round; its last ones where it does so no more.
 std::int64_t Chip::pulses_at_turn(const Section &section, std::int64_t pulses)
 {
     const Section &circle = sections_[section.arc_axis];
     const std::int64_t longest = leader_of(section).longest;
     const std::int64_t here = circle.arc_done + arc_steps(section, pulses);
+    if (here >= circle.arc.steps())
+        return longest; // a steep helix leads on past the circle's last step
     const std::int64_t turn = circle.arc.next_turn(here, !section.arc_second) - circle.arc_done;
     return FirstTrue(pulses, longest, [&](std::int64_t p) { return arc_steps(section, p) >= turn; });
 }
