@@ -332,8 +332,9 @@ class Program
     }
 
     // No value is wider than its register, nor beyond what the library may ask of it. But the speed that an S-curve
-    // move gets to fit its way is not clamped: long S ranges, or a line whose first axis has a short way, raise it.
-    static void check_registers(const virtual_card::Chip &chip, std::uint8_t card, unsigned axis)
+    // move gets to fit its way is not clamped: long S ranges, or a line whose first axis has a short way, raise it. Nor
+    // is the S range of a change from such a speed.
+    void check_registers(const virtual_card::Chip &chip, std::uint8_t card, unsigned axis)
     {
         using enum Register;
         constexpr std::pair<Register, std::uint32_t> widths[] = {
@@ -344,8 +345,12 @@ class Program
                 const std::uint32_t value = chip.setting(axis, of_set);
                 const Register mode = of_set == reg ? MODE : PresetOf(MODE);
                 const bool s_curve = mode_field::s_curve.get(chip.setting(axis, mode)) != 0;
-                Require(value <= highest || (s_curve && reg == MAX_SPEED), "card %d axis %d: register %#x holds %u",
-                        card, axis, WriteCode(of_set), value);
+                const bool is_range = reg == S_ACCEL_RANGE || reg == S_DECEL_RANGE;
+                if (reg == MAX_SPEED && value > highest)
+                    was_raised_[card][axis] = true;
+                Require(value <= highest ||
+                            (s_curve && (reg == MAX_SPEED || (is_range && was_raised_[card][axis]))),
+                        "card %d axis %d: register %#x holds %u", card, axis, WriteCode(of_set), value);
             }
         Require(chip.setting(axis, Register::CORRECTION_SPEED) <= 65535, "card %d axis %d: correction speed %u",
                 card, axis, chip.setting(axis, Register::CORRECTION_SPEED));
@@ -374,8 +379,9 @@ class Program
 
     Bytes bytes_;
     double passed_s_ = 0;
-    bool refusing_[card_count] = {};              // requests may be refused
-    bool on_target_[card_count][axis_count] = {}; // only exact moves have been made from standstill on
+    bool refusing_[card_count] = {};               // requests may be refused
+    bool was_raised_[card_count][axis_count] = {}; // maximum speed beyond its register
+    bool on_target_[card_count][axis_count] = {};  // only exact moves have been made from standstill on
 };
 
 } // namespace
