@@ -48,8 +48,7 @@ TREVIK_API uint32_t TREVIK_CALL Trevik_T_curve_position_move(uint8_t card, uint8
                                                              uint8_t absolute, uint32_t startSpeed,
                                                              uint32_t maxSpeed, double accelTime, double decelTime);
 
-/* TrevikA_S_position_move; accelTime, decelTime in seconds, sAccel, sDecel: pulses/s gained in each curved section.
- */
+/* TrevikA_S_position_move; accelTime, decelTime in seconds, sAccel, sDecel: pulses/s gained in each curved part. */
 TREVIK_API uint32_t TREVIK_CALL Trevik_S_curve_position_move(uint8_t card, uint8_t axis, uint32_t distance,
                                                              uint8_t absolute, uint32_t startSpeed,
                                                              uint32_t maxSpeed, double accelTime, double decelTime,

@@ -118,8 +118,7 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_T_position_move(uint8_t card, uint8_t ax
  * two curved sections, ms; the linear section lasts what is left. 0: the whole ramp is curved. A distance too short
  * for the ramps lowers the maximum speed when decelTime is longer than twice accelTime; otherwise the chip sees to
  * it.
- *   TREVIK_ERR_PARAM  also, before anything else but the model check: a ramp shorter than its two curved sections
- */
+ *   TREVIK_ERR_PARAM  also, before anything else but the model check: a ramp shorter than its curved sections */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_S_position_move(uint8_t card, uint8_t axis, uint32_t distance,
                                                         uint8_t absolute, uint32_t startSpeed, uint32_t maxSpeed,
                                                         uint32_t accelTime, uint32_t decelTime, uint32_t sAccelTime,
@@ -138,7 +137,7 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_position_change(uint8_t card, uint8_t ax
  * allowed.
  *   TREVIK_ERR_NOT_MOVING  the axis is idle
  *   TREVIK_ERR_PARAM       maxSpeed above 6,553,500; S: a ramp shorter than its two curved sections (before
- * anything else but the model check) */
+ *                          anything else but the model check) */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_T_onLINE_change(uint8_t card, uint8_t axis, uint32_t distance,
                                                         uint8_t absolute, uint32_t startSpeed, uint32_t maxSpeed,
                                                         uint32_t accelTime, uint32_t decelTime);
@@ -150,11 +149,13 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_S_onLINE_change(uint8_t card, uint8_t ax
 /* ---- Velocity moves ----------------------------------------------------------------------------------------- */
 
 /* Runs an axis at a speed until it is stopped. The axis is not asked whether it is idle. A fixed speed range
- * counts. startSpeed   pulses/s at which the ramp begins; above maxSpeed the axis ramps down to it maxSpeed
- * pulses/s; its sign is the direction accelTime    ms from startSpeed to maxSpeed; 0: no ramp sAccelTime   S: ms of
- * each of the two curved sections of the ramp; 0: the whole ramp is curved TREVIK_ERR_PARAM  a speed above
- * 6,553,500 either way; S: a ramp shorter than its two curved sections (before anything else but the model check)
- */
+ * counts.
+ *   startSpeed   pulses/s at which the ramp begins; above maxSpeed the axis ramps down to maxSpeed
+ *   maxSpeed     pulses/s; its sign is the direction
+ *   accelTime    ms from startSpeed to maxSpeed; 0: no ramp
+ *   sAccelTime   S: ms of each of the two curved sections of the ramp; 0: the whole ramp is curved
+ *   TREVIK_ERR_PARAM  a speed above 6,553,500 either way; S: a ramp shorter than its two curved sections (before
+ *                     anything else but the model check) */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_T_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed,
                                                         uint32_t maxSpeed, uint32_t accelTime);
 TREVIK_API uint32_t TREVIK_CALL TrevikA_S_velocity_move(uint8_t card, uint8_t axis, uint32_t startSpeed,
@@ -179,8 +180,7 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_stop(uint8_t card, const uint8_t *axes, 
  * ?TrevikA_stop_emg@@YGKE@Z. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_stop_emg(uint8_t card);
 
-/* Reads the speed that an axis has now, in pulses/s. In an interpolated move this is the speed of its longest axis.
- */
+/* Reads the speed that an axis has now, pulses/s. In an interpolated move this is the speed of its longest axis. */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_velocity_read(uint8_t card, uint8_t axis, double *speed);
 
 /* ---- Restart ------------------------------------------------------------------------------------------------ */
@@ -627,8 +627,7 @@ TREVIK_API uint32_t TREVIK_CALL TrevikA_debounce_read(uint8_t card, uint8_t axis
 TREVIK_API uint32_t TREVIK_CALL TrevikA_config_file_set(uint8_t card, const char *fileName);
 
 /* Loads. The result is that of the last register write.
- *   TREVIK_ERR_FILE  it cannot be opened, or its text ends before the 212 bytes; a null pointer. Nothing was loaded
- */
+ *   TREVIK_ERR_FILE  it cannot be opened, or its text ends before the 212 bytes; a null pointer. Nothing is loaded */
 TREVIK_API uint32_t TREVIK_CALL TrevikA_config_file_read(uint8_t card, const char *fileName);
 
 /* ---- Events and interrupts ---------------------------------------------------------------------------------- */

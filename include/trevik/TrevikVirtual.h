@@ -68,8 +68,8 @@ TREVIK_API uint32_t TrevikVirtual_counter_read(uint8_t card, uint8_t axis, uint8
 TREVIK_API uint32_t TrevikVirtual_counter_set(uint8_t card, uint8_t axis, uint8_t counter, int32_t value);
 
 /* Reads or sets where the machine's axis really stands, in pulses from where it stood at power-up. A program that
- * sets its command position does not move the machine: this position stays. Setting it moves the axis by hand;
- * TREVIK_ERR_BUSY (303) while it is moving by itself. */
+ * sets its command position does not move the machine: this position stays. Setting it moves the axis by hand.
+ *   TREVIK_ERR_BUSY  it is moving by itself */
 TREVIK_API uint32_t TrevikVirtual_position_read(uint8_t card, uint8_t axis, int32_t *pulses);
 TREVIK_API uint32_t TrevikVirtual_position_set(uint8_t card, uint8_t axis, int32_t pulses);
 
@@ -87,8 +87,8 @@ TREVIK_API uint32_t TrevikVirtual_output_read(uint8_t card, uint8_t axis, uint8_
 /* Puts a switch beside an axis, or takes it away: the input is active while the machine's axis stands from `first`
  * to `last`, both inclusive, in pulses as TrevikVirtual_position_read counts them. INT32_MIN as `first` and
  * INT32_MAX as `last` stand for no end. A later switch for the same input takes the place of the earlier one. A
- * moving axis meets a switch on its very pulse, however coarse the steps of the clock are. TREVIK_ERR_PARAM  no
- * such input; first above last */
+ * moving axis meets a switch on its very pulse, however coarse the steps of the clock are.
+ *   TREVIK_ERR_PARAM  no such input; first above last */
 TREVIK_API uint32_t TrevikVirtual_switch_set(uint8_t card, uint8_t axis, uint8_t input, int32_t first,
                                              int32_t last);
 TREVIK_API uint32_t TrevikVirtual_switch_clear(uint8_t card, uint8_t axis, uint8_t input);
@@ -98,8 +98,8 @@ TREVIK_API uint32_t TrevikVirtual_switch_clear(uint8_t card, uint8_t axis, uint8
 TREVIK_API uint32_t TrevikVirtual_index_set(uint8_t card, uint8_t axis, int32_t first, uint32_t period);
 
 /* Turns the handwheel at the pulser input of an axis: counter 4 changes by `counts`, spread evenly over `seconds`
- * from now, 0: at once. A new turn takes the place of what is left of the earlier one. TREVIK_ERR_PARAM  seconds
- * negative or not finite */
+ * from now, 0: at once. A new turn takes the place of what is left of the earlier one.
+ *   TREVIK_ERR_PARAM  seconds negative or not finite */
 TREVIK_API uint32_t TrevikVirtual_handwheel_turn(uint8_t card, uint8_t axis, int32_t counts, double seconds);
 
 /* AC cards only, TREVIK_ERR_MODEL (6) otherwise: reads what the analogue output of an axis puts out, -65535 to

@@ -130,7 +130,7 @@ struct MoveRamps {
 // Fills in rates and S ranges from the speeds and the multiplier that the registers hold.
 void FillRamps(ProfileRegisters &profile, const MoveRamps &ramps);
 
-// Start command of a move; speeds as magnitudes.
+// Start command of a move; speeds as magnitudes, but the maximum of a velocity move, which has its sign.
 Command SelectStartCommand(std::uint32_t start_speed, std::uint32_t max_speed, RampTimes times);
 
 // The one ramp of an S-curve velocity move as its caller gives it. Its speeds may have signs and fall: the curved

@@ -30,7 +30,7 @@ Result StartVelocity(const Axis &axis, MoveSpeeds speeds, double ramp_s, const P
     axis.write(Register::START_SPEED, profile.StartSpeedValue);
     axis.write(Register::MAX_SPEED, profile.MaxSpeedValue);
     axis.write(Register::MULTIPLIER, profile.MultiplierValue);
-    return axis.command(SelectStartCommand(speeds.start_pps, speeds.max_pps, {ramp_s, ramp_s}));
+    return axis.command(SelectStartCommand(Magnitude(speeds.start_pps), speeds.max_pps, {ramp_s, ramp_s}));
 }
 
 ProfileRegisters PlanSpeeds(const Axis &axis, MoveSpeeds speeds, double offset)

@@ -20,6 +20,10 @@ TEST_CASE_FIXTURE(StartedLibrary, "a velocity move writes the one rate that it r
     CHECK(Includes(sent(TrevikA_T_velocity_move(0, 0, 3000, 3000, 0)), R"(
         write axis 0: MAX_SPEED = 40960, MULTIPLIER = 4095
         command axes 0x1  CMD_START_HIGH_DEC)"));
+    // The sign of the start speed does not count, that of the maximum does.
+    CHECK(Includes(sent(TrevikA_T_velocity_move(0, 0, Pulses(-3000), Pulses(-3000), 0)), R"(
+        write axis 0: START_SPEED = 40960, MAX_SPEED = 40960, MULTIPLIER = 4095
+        command axes 0x1  CMD_START_HIGH)"));
 }
 
 TEST_CASE_FIXTURE(StartedLibrary, "an S-curve velocity move has the range of the same rise whichever way it goes")
