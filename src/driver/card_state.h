@@ -87,10 +87,10 @@ struct CallbackThread {
 struct CallbackLink {
     Relaxed<std::uint8_t> CardNumber;
     Relaxed<UserCallback> Callback;
-    std::atomic<os::HANDLE> LinkEvent;  // of the newest link; whoever takes it away may close it
-    Relaxed<std::uint32_t> ended_below; // threads of earlier numbers were disabled before that link
+    std::atomic<os::HANDLE> LinkEvent;      // of the newest link; whoever takes it away may close it
+    std::atomic<std::uint32_t> ended_below; // threads of earlier numbers were told to end
     Relaxed<std::uint32_t> oldest;
-    std::uint32_t next = 0;
+    std::atomic<std::uint32_t> next; // counted up after its link has cleared IrqIdle
     std::array<CallbackThread, 32> threads{};
 
     CallbackThread &thread(std::uint32_t number_of_link) { return threads[number_of_link % threads.size()]; }

@@ -27,15 +27,26 @@ os::HANDLE OpenIrqEvent(std::uint8_t card_number)
     return event != nullptr ? event : os::CreateEventA(nullptr, 0, 0, name.data());
 }
 
-// True when the card was disabled after this link and linked again since.
-bool Superseded(const CallbackThread &thread)
+bool ToldToEnd(const CallbackThread &thread)
 {
     return thread.number < thread.card->Link.ended_below;
 }
 
-bool ToldToEnd(const CallbackThread &thread)
+// Tells all threads of the links before this one to end.
+void EndBelow(CallbackLink &link, std::uint32_t number)
 {
-    return thread.card->IrqIdle == 1 || Superseded(thread);
+    std::uint32_t before = link.ended_below;
+    while (before < number && !link.ended_below.compare_exchange_weak(before, number)) {
+    }
+}
+
+// A signal after the card was disabled ends all of its threads, whatever is enabled then. A link that comes meanwhile
+// is not among them: it is counted only when the card is no longer disabled.
+void HeedDisabled(CardState &card)
+{
+    const std::uint32_t next = card.Link.next;
+    if (card.IrqIdle == 1)
+        EndBelow(card.Link, next);
 }
 
 // Waits for the driver. False: the thread has to end, also when its wait fails for good. Whoever wakes by a signal
@@ -43,19 +54,17 @@ bool ToldToEnd(const CallbackThread &thread)
 bool NextInterrupt(const CallbackThread &thread)
 {
     const CallbackLink &link = thread.card->Link;
-    while (!Superseded(thread)) {
+    while (!ToldToEnd(thread)) {
         const os::HANDLE event = link.LinkEvent;
         const os::DWORD wait = os::WaitForSingleObject(event, os::Infinite);
         if (wait != os::WaitObject0 && wait != os::WaitTimeout)
             return false;
-        const bool end = ToldToEnd(thread);
         const bool replaced = event != link.LinkEvent;
-        if (end || replaced)
-            os::SetEvent(event);
-        if (end)
-            return false;
         if (!replaced)
+            HeedDisabled(*thread.card);
+        if (!replaced && !ToldToEnd(thread))
             return true;
+        os::SetEvent(event);
     }
     return false;
 }
@@ -148,7 +157,7 @@ bool MakeRoom(const CardState &state, CallbackLink &link)
 {
     CloseEnded(link, Ended);
     if (state.IrqIdle == 1 && link.oldest != link.next) {
-        link.ended_below = link.next;
+        EndBelow(link, link.next);
         ReplaceLinkEvent(link, nullptr);
     }
     if (link.full() && ToldToEnd(link.thread(link.oldest)))
@@ -211,6 +220,7 @@ void EndCallbacks(const Card &card)
 {
     CallbackLink &link = card.state().Link;
     IRQDisable(card);
+    EndBelow(link, link.next);
     ReplaceLinkEvent(link, nullptr);
     CloseEnded(link, Ended);
 }

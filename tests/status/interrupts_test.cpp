@@ -72,10 +72,13 @@ struct Linked : StartedLibrary {
             wait_for_calls(call);
         }
     }
-    void wait_for_ends(int count)
+    // Returns how many there are by then.
+    long wait_for_ends(long count)
     {
         std::unique_lock lock(mutex);
-        more.wait(lock, [&] { return std::count(lines.begin(), lines.end(), closing) >= count; });
+        long ends = 0;
+        more.wait(lock, [&] { return (ends = std::count(lines.begin(), lines.end(), closing)) >= count; });
+        return ends;
     }
 };
 
@@ -136,6 +139,25 @@ TEST_SUITE("concurrent")
         signal();
         wait_for_ends(2);
         CHECK(calls.size() == 100);
+    }
+
+    TEST_CASE_FIXTURE(Linked,
+                      "no thread ends without a signal, none that one has ended calls back, whatever is enabled")
+    {
+        for (int round = 0; round < 200; ++round) {
+            TrevikA_IRQ_process_link(0, First);
+            TrevikA_IRQ_process_link(0, First); // wakes the thread of the first
+            TrevikA_IRQ_disable(0);
+            std::this_thread::yield();
+            TrevikA_IRQ_enable(0);
+            CHECK(wait_for_ends(0) == 2 * round);
+            TrevikA_IRQ_disable(0);
+            signal();
+            wait_for_ends(2 * round + 1);
+            TrevikA_IRQ_enable(0);
+            wait_for_ends(2 * round + 2);
+        }
+        CHECK(calls.empty());
     }
 
     TEST_CASE_FIXTURE(Linked,
