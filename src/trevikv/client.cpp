@@ -71,10 +71,11 @@ uint32_t TrevikVirtual_cards_set(const char *cards)
 {
     MachineCall call{};
     call.null = cards == nullptr;
-    const std::size_t length = cards != nullptr ? std::strlen(cards) : 0;
+    const char *const text = cards != nullptr ? cards : "";
+    const std::size_t length = std::strlen(text);
     if (length >= sizeof call.text)
         return TREVIK_ERR_PARAM;
-    std::memcpy(call.text, cards, length);
+    std::memcpy(call.text, text, length);
     return Make(call, Function::cards_set);
 }
 

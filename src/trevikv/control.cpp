@@ -1,6 +1,5 @@
 #include "trevikv/control.h"
 
-#include "trevikv/cards.h"
 #include "trevikv/device.h"
 #include "trevikv/floating_point.h"
 #include "trevikv/irp.h"
@@ -12,7 +11,11 @@ namespace trevik::kernel
 namespace
 {
 
-DEVICE_OBJECT *control_device = nullptr;
+struct Extension {
+    DeviceKind kind; // first, as in every device of the driver
+};
+
+DEVICE_OBJECT *control_device = nullptr; // null also while a program still holds one that has been removed
 
 UNICODE_STRING Name(const WCHAR *text)
 {
@@ -55,9 +58,10 @@ void AddControlDevice(DRIVER_OBJECT *driver)
     UNICODE_STRING device = Name(device_name);
     UNICODE_STRING program = Name(program_name);
     // Without it the cards work all the same; nobody can change what stands around them.
-    if (!NT_SUCCESS(IoCreateDevice(driver, 0, &device, FILE_DEVICE_UNKNOWN, FILE_DEVICE_SECURE_OPEN, FALSE,
-                                   &control_device)))
+    if (!NT_SUCCESS(IoCreateDevice(driver, sizeof(Extension), &device, FILE_DEVICE_UNKNOWN, FILE_DEVICE_SECURE_OPEN,
+                                   FALSE, &control_device)))
         return;
+    static_cast<Extension *>(control_device->DeviceExtension)->kind = DeviceKind::Control;
     if (NT_SUCCESS(IoCreateSymbolicLink(&program, &device))) {
         control_device->Flags &= ~static_cast<ULONG>(DO_DEVICE_INITIALIZING);
         return;
@@ -68,17 +72,12 @@ void AddControlDevice(DRIVER_OBJECT *driver)
 
 void RemoveControlDevice()
 {
-    if (control_device == nullptr || PlacesOccupied() != 0)
+    if (control_device == nullptr)
         return;
     UNICODE_STRING program = Name(program_name);
     IoDeleteSymbolicLink(&program);
     IoDeleteDevice(control_device);
     control_device = nullptr;
-}
-
-bool IsControlDevice(const DEVICE_OBJECT *device)
-{
-    return device == control_device;
 }
 
 NTSTATUS ControlDeviceRequest(IRP *irp)

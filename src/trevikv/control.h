@@ -6,11 +6,10 @@
 namespace trevik::kernel
 {
 
-// Adds it with the first card's device; removes it with the last one's.
+// Adds it with the first card's device; removes it after the last one's. A program that holds it open then is still
+// answered.
 void AddControlDevice(DRIVER_OBJECT *driver);
 void RemoveControlDevice();
-
-bool IsControlDevice(const DEVICE_OBJECT *device);
 
 NTSTATUS ControlDeviceRequest(IRP *irp);
 

@@ -14,6 +14,7 @@ namespace
 {
 
 struct Extension {
+    DeviceKind kind; // first, as in every device of the driver
     DEVICE_OBJECT *below;
     IO_REMOVE_LOCK removal; // is waited for until no request is inside
     UNICODE_STRING link;    // of the interface, by which programs find it
@@ -90,7 +91,7 @@ NTSTATUS TakePlace(DEVICE_OBJECT *physical, unsigned &place)
 
 void GiveUpPlace(unsigned place)
 {
-    const FloatingPoint floating_point; // refused: what the card leaves behind does no harm
+    const FloatingPoint floating_point; // refused: the place stays taken until the driver is unloaded
     if (NT_SUCCESS(floating_point.status()))
         Vacate(place);
 }
@@ -107,6 +108,16 @@ void Leave(const Extension &device)
     ExAcquireFastMutex(&devices_guard);
     devices[device.place] = nullptr;
     ExReleaseFastMutex(&devices_guard);
+}
+
+bool AnyDevice()
+{
+    bool any = false;
+    ExAcquireFastMutex(&devices_guard);
+    for (const Extension *device : devices)
+        any = any || device != nullptr;
+    ExReleaseFastMutex(&devices_guard);
+    return any;
 }
 
 // The request of the link names an event; others do not.
@@ -132,6 +143,21 @@ std::uint32_t OpeningOf(const FILE_OBJECT *file)
 void SetOpening(FILE_OBJECT *file, std::uint32_t opening)
 {
     file->FsContext = reinterpret_cast<void *>(std::uintptr_t{opening}); // NOLINT(performance-no-int-to-ptr)
+}
+
+NTSTATUS Open(unsigned place, std::uint32_t &opening)
+{
+    const FloatingPoint floating_point;
+    if (!NT_SUCCESS(floating_point.status()))
+        return floating_point.status();
+    return StatusOf(OpenCard(place, opening));
+}
+
+void Close(unsigned place, std::uint32_t opening)
+{
+    const FloatingPoint floating_point; // refused: the card stays open until its device goes
+    if (NT_SUCCESS(floating_point.status()))
+        CloseCard(place, opening);
 }
 
 NTSTATUS Control(unsigned place, std::uint32_t opening, CardRequest &request, std::uint32_t &returned)
@@ -166,12 +192,25 @@ NTSTATUS Answer(unsigned place, IRP *irp, std::uint32_t &returned)
     return status;
 }
 
+// Programs find the device as long as there is a card for it.
+NTSTATUS ShowCard(Extension &card)
+{
+    bool has_card = false;
+    {
+        const FloatingPoint floating_point;
+        if (!NT_SUCCESS(floating_point.status()))
+            return floating_point.status();
+        has_card = HasCard(card.place);
+    }
+    return IoSetDeviceInterfaceState(&card.link, has_card);
+}
+
 NTSTATUS Start(DEVICE_OBJECT *device, IRP *irp)
 {
     Extension &card = ExtensionOf(device);
     NTSTATUS status = PassOnAndWait(card.below, irp);
     if (NT_SUCCESS(status))
-        status = IoSetDeviceInterfaceState(&card.link, HasCard(card.place));
+        status = ShowCard(card);
     return Complete(irp, status);
 }
 
@@ -187,7 +226,8 @@ NTSTATUS Remove(DEVICE_OBJECT *device, IRP *irp)
     GiveUpPlace(card.place);
     RtlFreeUnicodeString(&card.link);
     IoDeleteDevice(device);
-    RemoveControlDevice();
+    if (!AnyDevice())
+        RemoveControlDevice();
     return status;
 }
 
@@ -240,6 +280,7 @@ NTSTATUS NTAPI AddDevice(DRIVER_OBJECT *driver, DEVICE_OBJECT *physical)
     status = IoCreateDevice(driver, sizeof(Extension), nullptr, FILE_DEVICE_UNKNOWN, FILE_DEVICE_SECURE_OPEN, FALSE,
                             &device);
     if (NT_SUCCESS(status)) {
+        ExtensionOf(device).kind = DeviceKind::Card;
         ExtensionOf(device).place = place;
         status = Attach(device, physical);
         if (!NT_SUCCESS(status))
@@ -263,16 +304,16 @@ NTSTATUS DeviceCreate(DEVICE_OBJECT *device, IRP *irp)
     if (!NT_SUCCESS(stay.status()))
         return Complete(irp, stay.status());
     std::uint32_t opening = no_opening;
-    const std::uint32_t error = OpenCard(card.place, opening);
+    const NTSTATUS status = Open(card.place, opening);
     SetOpening(IoGetCurrentIrpStackLocation(irp)->FileObject, opening);
-    return Complete(irp, StatusOf(error));
+    return Complete(irp, status);
 }
 
 // When the last handle is gone, also because its process has ended.
 NTSTATUS DeviceCleanup(DEVICE_OBJECT *device, IRP *irp)
 {
     FILE_OBJECT *file = IoGetCurrentIrpStackLocation(irp)->FileObject;
-    CloseCard(ExtensionOf(device).place, OpeningOf(file));
+    Close(ExtensionOf(device).place, OpeningOf(file));
     SetOpening(file, no_opening);
     return Complete(irp, STATUS_SUCCESS);
 }
@@ -334,7 +375,7 @@ void ShowCards()
         ExReleaseFastMutex(&devices_guard);
         if (!here)
             continue;
-        IoSetDeviceInterfaceState(&card->link, HasCard(place));
+        ShowCard(*card);
         IoReleaseRemoveLock(&card->removal, card);
     }
 }

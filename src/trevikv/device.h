@@ -6,6 +6,10 @@
 namespace trevik::kernel
 {
 
+// What the extension of every device begins with. Requests to a device that was deleted while a program held it open
+// find it there, too.
+enum class DeviceKind : ULONG { Card, Control };
+
 // Once, before anything else.
 void SetUpDevices();
 

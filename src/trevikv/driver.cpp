@@ -37,7 +37,8 @@ NTSTATUS CardRequestOf(DEVICE_OBJECT *device, IRP *irp)
 
 NTSTATUS NTAPI Dispatch(DEVICE_OBJECT *device, IRP *irp)
 {
-    return IsControlDevice(device) ? ControlDeviceRequest(irp) : CardRequestOf(device, irp);
+    const auto kind = *static_cast<const DeviceKind *>(device->DeviceExtension);
+    return kind == DeviceKind::Control ? ControlDeviceRequest(irp) : CardRequestOf(device, irp);
 }
 
 void NTAPI Unload(DRIVER_OBJECT *)

@@ -1,5 +1,5 @@
 // Floating-point registers in a driver belong to the program that happens to run: they are saved before the driver
-// uses them, and restored after. What is compiled without them does that.
+// uses them, and restored after. What is compiled without them does that. Outside of a kernel they are nobody else's.
 #pragma once
 
 #include "trevikv/kernel.h"
@@ -23,14 +23,6 @@ class FloatingPoint
     NTSTATUS status() const { return status_; }
 
   private:
-    // Wine runs drivers as a program of their own, whose registers are nobody else's, and cannot save them.
-    static bool InKernel()
-    {
-        unsigned short segment;
-        asm("mov %%cs, %0" : "=r"(segment));
-        return (segment & 3u) == 0;
-    }
-
     KFLOATING_SAVE state_{};
     NTSTATUS status_;
 };

@@ -26,7 +26,7 @@ NTSTATUS OpenProcess(std::uint32_t id, HANDLE &process)
     return ZwOpenProcess(&process, PROCESS_DUP_HANDLE, &attributes, &client);
 }
 
-// Where the driver does not run in the program's own process, a handle of the driver's is made first.
+// Outside of a kernel the driver does not run in the program's own process: a handle of the driver's is made first.
 NTSTATUS ReferenceElsewhere(std::uint32_t id, HANDLE handle, KEVENT *&event)
 {
     HANDLE process = nullptr;
@@ -50,10 +50,11 @@ NTSTATUS ReferenceEvent(std::uint32_t process, std::uint32_t handle, KEVENT *&ev
     event = nullptr;
     if (handle == 0)
         return STATUS_SUCCESS;
-    if (HandleToULong(PsGetCurrentProcessId()) == process &&
-        NT_SUCCESS(Reference(ULongToHandle(handle), UserMode, event)))
-        return STATUS_SUCCESS;
-    return ReferenceElsewhere(process, ULongToHandle(handle), event);
+    if (!InKernel())
+        return ReferenceElsewhere(process, ULongToHandle(handle), event);
+    if (HandleToULong(PsGetCurrentProcessId()) != process)
+        return STATUS_INVALID_HANDLE;
+    return Reference(ULongToHandle(handle), UserMode, event);
 }
 
 } // namespace trevik::kernel

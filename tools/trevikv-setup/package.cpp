@@ -114,7 +114,9 @@ void RemoveCatalog()
 
 void RemoveInf()
 {
-    for (std::filesystem::path inf = InstalledInf(); !inf.empty(); inf = InstalledInf()) {
+    std::filesystem::path last; // one that says it is gone, and stays, ends it
+    for (std::filesystem::path inf = InstalledInf(); !inf.empty() && inf != last; inf = InstalledInf()) {
+        last = inf;
         if (!SetupUninstallOEMInfA(inf.filename().string().c_str(), SUOI_FORCEDELETE, nullptr))
             throw SystemFailure("Removing " + inf.string());
         DeleteFileA(inf.replace_extension(".pnf").string().c_str()); // what was made of it, if it did not go, too

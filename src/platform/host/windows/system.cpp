@@ -34,8 +34,10 @@ std::FILE *NewTextFile(const char *name)
     }
     const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_BINARY);
     std::FILE *stream = descriptor >= 0 ? _fdopen(descriptor, "wb") : nullptr;
-    if (stream == nullptr && descriptor < 0)
+    if (descriptor < 0)
         CloseHandle(file);
+    else if (stream == nullptr)
+        _close(descriptor);
     return stream;
 }
 
