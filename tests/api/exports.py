@@ -14,7 +14,7 @@ sys.path.insert(0, str(PROJECT / "scripts"))
 sys.dont_write_bytecode = True
 from public_api import FAMILIES, VIRTUAL, functions  # noqa: E402
 
-SYSTEM_DLLS = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "setupapi.dll", "winmm.dll"}
+SYSTEM_DLLS = {"kernel32.dll", "msvcrt.dll", "setupapi.dll", "winmm.dll"}
 
 
 def run(*command: str) -> str:

@@ -1,10 +1,8 @@
-// The geometry of circles against hand-made cases and against each other.
+// The geometry of circles against cases made by hand.
 #include "motion/arc_geometry.h"
 
 #include <doctest/doctest.h>
 
-#include <cmath>
-#include <random>
 #include <tuple>
 
 using namespace trevik;
@@ -80,39 +78,4 @@ TEST_CASE("radius: which circle, short radii, the pulse that keeps the center aw
                       std::get<0>(row) << ", " << std::get<1>(row).x);
     }
     CHECK(!RadiusCenter(1000, {0, 0}, 0, center));
-}
-
-TEST_CASE("a center is found again from three points; an arc cut in two has as many steps")
-{
-    std::mt19937 random(20261123);
-    const auto between = [&random](int low, int high) {
-        return std::uniform_int_distribution<int>(low, high)(random);
-    };
-    for (int i = 0; i < 20000; ++i) {
-        CAPTURE(i);
-        const double radius = between(1000, 2'000'000);
-        const double start = between(0, 359) * 0.0174532925;
-        const double sweep = between(40, 320) * 0.0174532925;
-        const auto direction = static_cast<std::uint8_t>(between(0, 1));
-        const auto on_circle = [radius](double angle, Point center) {
-            return Point{static_cast<std::int32_t>(std::lround(center.x + radius * std::cos(angle))),
-                         static_cast<std::int32_t>(std::lround(center.y + radius * std::sin(angle)))};
-        };
-        const Point center = on_circle(start + 3.14159265, {});
-        const Point way = on_circle(start + (direction == 0 ? -sweep : sweep) / 2, center);
-        const Point end = on_circle(start + (direction == 0 ? -sweep : sweep), center);
-
-        // Half a pulse more or less moves the center of a flat arc by more. Its second coordinate follows from the
-        // first, which is truncated, along the bisector of the first half.
-        const ThreePointArc three = ThreePointCenter(way, end);
-        CHECK(three.direction == direction);
-        CHECK(std::hypot(three.circle.center.x - center.x, three.circle.center.y - center.y) <=
-              45 + (way.y != 0 ? std::abs(1.0 * way.x / way.y) : 0));
-
-        const auto from_way = [way](Point p) { return Point{p.x - way.x, p.y - way.y}; };
-        const auto whole = static_cast<std::int64_t>(ArcSteps({center, end}, direction));
-        const std::int64_t parts = std::int64_t{ArcSteps({center, way}, direction)} - 2 +
-                                   ArcSteps({from_way(center), from_way(end)}, direction);
-        CHECK(std::abs(whole - parts) <= 4); // each part rounds its radius and truncates
-    }
 }

@@ -33,6 +33,7 @@ TEST_CASE("rates: clamps and wraps")
     CHECK(TimeToRateT(0.1, 500, 500) == 65535);
     CHECK(TimeToRateT(0.1, 501, 500) == 1); // falling: wraps to the fastest
     CHECK(TimeToRateT(60, 1, 2) == 65535);
+    CHECK(TimeToRateT(0.02, 656, 65534) == 1);   // 1.5, less 1
     CHECK(TimeToRateS(0.1, 656, 65534, 0) == 2); // wholly curved: twice the time for the same rate
     CHECK(TimeToRateS(0.1, 300, 100, 100) == 65535);
     for (const double odd : {std::numeric_limits<double>::infinity(), -1.0, std::nan("")})
@@ -55,7 +56,7 @@ TEST_CASE("start commands")
     CHECK(SelectStartCommand(500, 501, {1, 1}) == Command::CMD_START_HIGH_DEC);
     CHECK(SelectStartCommand(502, 500, {0.001, 0}) == Command::CMD_START_ACC_DEC);
     CHECK(SelectStartCommand(0, 500, {0.0009, 0.001}) == Command::CMD_START_HIGH_DEC);
-    CHECK(SelectStartCommand(0, 500, {0.0005, 0.0005}) == Command::CMD_START_HIGH);
+    CHECK(SelectStartCommand(0, 500, {0.0009, 0.0009}) == Command::CMD_START_HIGH);
 }
 
 namespace
@@ -115,9 +116,12 @@ TEST_CASE("S-curve ramp-down: every case, each with the distance that its ramps 
         const RampDownCase c = DecideRampDownS(p, {0.1, 1.0}, distance);
         CHECK(c == expected);
         ApplyRampDown(c, p, distance);
+        // A lowered speed is nine tenths of that at which the ramps would meet.
+        const double most = ShortProfile(c) ? p.MaxSpeedValue / 0.9 : p.MaxSpeedValue;
+        const double longest =
+            RampPulses(656, most, 6, p.AccelSRangeValue) + RampPulses(656, most, 74, p.DecelSRangeValue);
+        CHECK((ShortProfile(c) ? std::abs(longest - distance) < 1 : longest <= distance));
         const double decel = RampPulses(656, p.MaxSpeedValue, 74, p.DecelSRangeValue);
-        const double accel = RampPulses(656, p.MaxSpeedValue, 6, p.AccelSRangeValue);
-        CHECK(accel + decel <= distance); // the fitted move really fits
         if (c != DecelCurvedReduced && c != AccelCurvedReduced)
             CHECK(std::abs(p.RampDownValue - decel) <= 1.0);
         if (ShortProfile(c))

@@ -95,31 +95,13 @@ TEST_CASE_FIXTURE(Handwheel, "turned backwards, reversed, and by less than five 
     CHECK(Includes(tick(-5), "MAX_SPEED = 683")); // 50 pulses/s
 }
 
-TEST_CASE_FIXTURE(Handwheel, "nothing jumps when the counter is set, or when a read is refused")
+TEST_CASE_FIXTURE(Handwheel, "nothing jumps when the counter is set")
 {
     follow(1, 2);
     CHECK(TrevikA_pulser_counter_set(0, 3, 40) == TREVIK_OK); // axis 1 follows it, reversed
     driver.reg(3, Register::COUNTER4) = 40;
     tick(0);
     CHECK(shadow(1).PulserTarget == 5000u);
-
-    driver.refuse(0, 31); // the counter read of the next tick
-    tick(50);
-    CHECK(shadow(1).PulserTarget == 5000u);
-    tick(0); // made good
-    CHECK(shadow(1).PulserTarget == 4900u);
-
-    // Re-based while the driver refuses: nothing moves until both reads have succeeded.
-    for (const std::size_t refused : {0u, 1u}) {
-        CAPTURE(refused);
-        TrevikA_pulser_motion_enable(0, 1, 0, 2);
-        turn(3000);
-        driver.refuse(refused, 31);
-        CHECK(TrevikA_pulser_motion_enable(0, 1, 1, 2) == TREVIK_OK);
-        CHECK(!Has(tick(0), "command"));
-        tick(-5);
-        CHECK(shadow(1).PulserTarget == 5010u);
-    }
 }
 
 TEST_CASE_FIXTURE(Handwheel, "an axis that was never mapped does not move, and every start-up adds a tick")
