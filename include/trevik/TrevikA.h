@@ -6,7 +6,7 @@
  *
  * ARGUMENTS. Positions and distances are pulses, signed 32-bit numbers even where they travel in a uint32_t. Speeds
  * are pulses per second; the absolute value of the argument read as a signed number is used, at most 6,553,500 for
- * a maximum speed (0x80000000 has no absolute value and passes). Ramp times are milliseconds. Values are passed out
+ * a maximum speed (0x80000000 has no absolute value and passes, but for homing). Ramp times are milliseconds. Values are passed out
  * through pointers, which are written only as each function says; a null pointer gives TREVIK_ERR_PARAM after the
  * card, axis and handle checks.
  *

@@ -1,6 +1,7 @@
 /* TrevikVirtual.h - the machine around a virtual card, and the card seen from behind.
  *
- * Host builds only. Virtual cards stand in the machine as the environment variable TREVIK_CARDS says when they are
+ * In host builds, and through trevikv_client beside the driver trevikv.sys, which has its cards by itself
+ * (docs/virtual-driver.md). Virtual cards stand in the machine as the environment variable TREVIK_CARDS says when they are
  * first needed: a comma-separated list of NUMBER:MODEL with model A or AC, for example "0:A,5:AC". Unset: one A
  * card, number 0. Empty: none. With TREVIK_REQUEST_LOG=FILE every driver request is written to FILE, one line each.
  *
@@ -59,7 +60,8 @@ enum TrevikVirtualOutput {
 /* Replaces all virtual cards by new ones in their power-up state. `cards` is written as TREVIK_CARDS is. A program
  * that has the old ones open calls TrevikA_initial again; until then its requests are refused with 1167 (device not
  * connected).
- *   TREVIK_ERR_PARAM  the text cannot be read, a number is above 15 or stands twice; nothing has changed */
+ *   TREVIK_ERR_PARAM  the text cannot be read, a number is above 15 or stands twice, trevikv.sys has fewer devices;
+ *                     nothing has changed */
 TREVIK_API uint32_t TrevikVirtual_cards_set(const char *cards);
 
 /* Reads or sets one of the four counters of an axis as the chip holds it. counter: 1 command position, 2 feedback,
@@ -113,7 +115,8 @@ TREVIK_API uint32_t TrevikVirtual_encoder_status_set(uint8_t card, uint8_t axis,
 TREVIK_API uint32_t TrevikVirtual_next_event_read(uint8_t card, double *seconds);
 
 /* Makes the card's driver refuse requests: after `skip` more requests, `count` requests are refused with `error`, a
- * Windows error number (for example 31, a device that does not work). count 0 ends it. */
+ * Windows error number (for example 31, a device that does not work). count 0 ends it.
+ *   TREVIK_ERR_PARAM  error 0, unless count is 0 */
 TREVIK_API uint32_t TrevikVirtual_refuse(uint8_t card, uint32_t skip, uint32_t count, uint32_t error);
 
 #ifdef __cplusplus

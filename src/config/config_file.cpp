@@ -57,7 +57,7 @@ bool Write(File file, const Record &record)
             std::fputc(carriage_return, file.get());
         std::fputc(byte, file.get());
     }
-    const bool written = std::ferror(file.get()) == 0;
+    const bool written = std::fflush(file.get()) == 0 && std::ferror(file.get()) == 0;
     return std::fclose(file.release()) == 0 && written;
 }
 

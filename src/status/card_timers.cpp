@@ -79,9 +79,4 @@ Result TCSet(const Card &card, std::uint8_t item, std::uint32_t value)
     }
 }
 
-Result TCRead(const Card &, std::uint8_t, std::uint32_t *)
-{
-    return Result::Ok;
-}
-
 } // namespace trevik

@@ -21,6 +21,5 @@ Result TimerStop(const Card &card);
 Result TCSet(const Card &card, std::uint8_t item, std::uint32_t value);
 
 // Reads nothing and writes nothing.
-Result TCRead(const Card &card, std::uint8_t item, std::uint32_t *value);
 
 } // namespace trevik

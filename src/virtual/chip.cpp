@@ -211,8 +211,8 @@ std::uint32_t Chip::status_register(Section &section, std::uint32_t read_code, s
         Section &leader = leader_of(section);
         const double pps = leader.profile.speed_at(leader.start_time.seconds_until(now_ns));
         const double units = pps / SpeedUnit(leader.reg(Register::MULTIPLIER)) + pulse_tolerance;
-        constexpr double highest_units =
-            65535; // above it when the multiplier was written and the speed is still old
+        // Above it when the multiplier was written and the speed is still old.
+        constexpr double highest_units = 65535;
         return static_cast<std::uint32_t>(Smaller(units, highest_units));
     }
     default:

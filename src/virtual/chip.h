@@ -52,8 +52,8 @@ class Chip
 
     // The machine's side.
     std::int32_t position(unsigned axis, std::int64_t now_ns);
-    bool move_by_hand(unsigned axis, std::int32_t position,
-                      std::int64_t now_ns);           // false while the axis moves by itself
+    // False while the axis moves by itself.
+    bool move_by_hand(unsigned axis, std::int32_t position, std::int64_t now_ns);
     double speed(unsigned axis, std::int64_t now_ns); // signed pulses/s
     bool input(unsigned axis, Input input, std::int64_t now_ns);
     void set_input(unsigned axis, Input input, bool active, std::int64_t now_ns);
@@ -63,11 +63,12 @@ class Chip
     // round.
     void set_encoder_scale(unsigned axis, std::int32_t counts, std::int64_t now_ns);
 
-    // What a position loop beside the chip makes of it: pulses move the machine the other way round; the encoder
-    // trails the pulses by this time at their speed; when an axis is this fast, from a time on that has come, if nothing
-    // happens before.
+    // For a position loop beside the chip.
+    // Pulses move the machine the other way round.
     void set_reversed(unsigned axis, bool reversed, std::int64_t now_ns);
+    // The encoder trails the pulses by this time at their speed.
     void set_feedback_trail(unsigned axis, double seconds, std::int64_t now_ns);
+    // When an axis is this fast, from a time on that has come, if nothing happens before.
     std::int64_t time_as_fast(unsigned axis, double pps, std::int64_t from_ns);
 
     // Changes what stands around an axis.

@@ -14,12 +14,11 @@ namespace
 constexpr double step_error = 0.5;      // pulses of the following axis, between circle and pulse
 constexpr double good_deviation = 0.95; // pulses
 constexpr double small_excess = 0.02;   // over what the rounded ends bring with them
-constexpr double most_end_gap =
-    0.35;                          // pulses from the circle to the end: the card steps over it, also at 45 degrees
-constexpr double most_bulge = 0.2; // pulses by which other centers may flatten or bend the arc
-constexpr int most_centers = 12;   // tried to either side
-constexpr std::size_t even_places = 9; // looked at between both ends, and
-constexpr std::size_t most_sides = 5;  // where an axis turns round: there a deviation is all of one axis
+constexpr double most_end_gap = 0.35;   // pulses from the circle to the end; at 45 degrees it is stepped over
+constexpr double most_bulge = 0.2;      // pulses by which other centers may flatten or bend the arc
+constexpr int most_centers = 12;        // tried to either side
+constexpr std::size_t even_places = 9;  // looked at between both ends, and
+constexpr std::size_t most_sides = 5;   // where an axis turns round: there a deviation is all of one axis
 
 using trevik_tools::Point;
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include <trevik/TrevikA.h>
+
 #include "trevik-run/interrupt.h"
 #include "trevik-run/planner.h"
 
@@ -12,7 +14,6 @@ namespace trevik_run
 namespace
 {
 
-constexpr std::uint32_t err_busy = 303;
 constexpr int stop_attempts = 4;
 
 } // namespace
@@ -267,7 +268,7 @@ bool Executor::Step(double longest_wait_s)
         TakeSample();
     }
     if (clock_.NothingDue() && longest_wait_s > 1e9 && !card_.Idle()) {
-        card_.Fail("waiting for TrevikA_motion_status_read", err_busy);
+        card_.Fail("waiting for TrevikA_motion_status_read", TREVIK_ERR_BUSY);
         return false;
     }
     return true;

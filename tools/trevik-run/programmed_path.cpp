@@ -177,8 +177,8 @@ double ProgrammedPath::NearestShare(const Pulses &position) const
     return line_.square > 0 ? std::clamp(along / line_.square, 0.0, 1.0) : 0;
 }
 
-// By the angle seen from the center, for a helix by Z too; on an ellipse in pulses that is only near. Where a whole turn meets its beginning, a position a pulse off
-// is seen at the wrong end of it: Z tells one end from the other.
+// By the angle seen from the center, for a helix by Z too; on an ellipse in pulses that is only near. Where a whole
+// turn meets its beginning, a position a pulse off is seen at the wrong end of it: Z tells one end from the other.
 double ProgrammedPath::NearestOfArc(const Pulses &position) const
 {
     const double angle =

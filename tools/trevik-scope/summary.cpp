@@ -70,9 +70,8 @@ const char *Ranges(const std::string &call)
     if (call == "TrevikA_pulser_motion_enable") {
         return "The ratio is 1 to 1000.";
     }
-    return "Speeds go up to 6,553,500 pulses/s, a move needs a distance, and each S time may be half of its ramp "
-           "at "
-           "most.";
+    return "Speeds go up to 6,553,500 pulses/s, a move needs a distance, "
+           "and each S time may be half of its ramp at most.";
 }
 
 // What one can do about a refusal.
