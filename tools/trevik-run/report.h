@@ -15,7 +15,7 @@ struct Report {
     CardError error; // of a failed run
     std::uint32_t axes = 0;
     std::uint32_t lines = 0;
-    std::uint32_t segments = 0;      // in the program
+    std::uint32_t segments = 0; // in the program
     std::uint32_t segments_begun = 0;
     double path_mm = 0;
     double machine_s = 0;
