@@ -89,6 +89,7 @@ TEST_CASE_FIXTURE(StartedLibrary, "refusals of arcs")
     CHECK(TrevikA_T_ARC_center_move(0, 0, 1000, 0, 2000, 0, relative, 500, 7281397, 100, 0, 0) == TREVIK_ERR_PARAM);
     CHECK(TrevikA_ARC_center_move(0, 0, 1000, 0, 2000, 0, 0, 7281398, 0) == TREVIK_ERR_PARAM);
     CHECK(TrevikA_ARC_center_move(0, 0, 0, 0, 2000, 0, 0, 4000, 0) == TREVIK_ERR_PARAM); // radius 0
+    CHECK(TrevikA_T_ARC_center_move(0, 0, 0, 0, 2000, 0, relative, 1, 1, 1, 0, 0) == TREVIK_ERR_PARAM);
     CHECK((!Has(driver.log(), "write") && shadow(0).LastTarget == 0u));
     CHECK(TrevikA_T_ARC_center_move(0, 0, 1000, 0, 2000, 0, relative, 500, 7281396, 100, 0, 0) == TREVIK_OK);
 }
@@ -117,6 +118,8 @@ TEST_CASE_FIXTURE(StartedLibrary, "helices that are none")
     CHECK(Has(driver.log(), "command axes 0x7"));
     CHECK(TrevikA_T_CirXY_LineZ_3P_move(0, 5, 5, 9, 9, 4, relative, 400, 8000, 100, 0) == TREVIK_ERR_ARC_AS_LINE);
     CHECK(TrevikA_T_ArcXY_LineZ_center_move(0, 9, 0, 9, 9, 4, relative, 400, 8000, 100, 0, 2) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_T_ArcXY_LineZ_center_move(0, 0, 0, 9, 9, 4, relative, 400, 8000, 100, 0, 0) == TREVIK_ERR_PARAM);
+    CHECK(TrevikA_T_ArcXY_LineZ_center_move(0, 9, 0, 9, 9, 4, relative, 400, 6553501, 1, 0, 0) == TREVIK_ERR_PARAM);
     CHECK(TrevikA_T_ArcXY_LineZ_3P_move(0, 9, 9, 9, 0, 4, nullptr, 400, 8000, 100, 0) == TREVIK_ERR_PARAM);
     CHECK(TrevikA_T_ArcXY_LineZ_Radius_move(0, 9, 9, 9, 4, nullptr, 400, 8000, 100, 0, 0) == TREVIK_ERR_PARAM);
     CHECK(TrevikA_T_ArcXY_LineZ_Radius_move(0, 9, 0, 0, 4, relative, 400, 8000, 100, 0, 0) == TREVIK_ERR_PARAM);
